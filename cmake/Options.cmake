@@ -1,0 +1,52 @@
+# How every target of the product is compiled: language level, warnings, Qt's strict mode,
+# sanitizers and precompiled headers. Targets link `orvantile::options`.
+
+option(ORVANTILE_TESTS "Build the tests" ON)
+option(ORVANTILE_BENCH "Build the benchmarks" OFF)
+option(ORVANTILE_FUZZ "Build the fuzz targets with libFuzzer (clang only)" OFF)
+option(ORVANTILE_COVERAGE "Instrument for coverage" OFF)
+set(ORVANTILE_SANITIZERS "" CACHE STRING "Sanitizers to build with, such as address,undefined")
+
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+
+find_program(CCACHE_PROGRAM ccache)
+if(CCACHE_PROGRAM)
+  set(CMAKE_CXX_COMPILER_LAUNCHER ${CMAKE_COMMAND} -E env CCACHE_SLOPPINESS=pch_defines,time_macros,include_file_mtime,include_file_ctime ${CCACHE_PROGRAM})
+  add_compile_options($<$<CXX_COMPILER_ID:GNU>:-fpch-preprocess>)
+endif()
+
+add_library(orvantile_options INTERFACE)
+add_library(orvantile::options ALIAS orvantile_options)
+target_include_directories(orvantile_options INTERFACE "${CMAKE_SOURCE_DIR}/src")
+include(Warnings)
+include(QtStrict)
+target_link_libraries(orvantile_options INTERFACE orvantile::warnings orvantile::qt_strict)
+
+if(ORVANTILE_SANITIZERS)
+  target_compile_options(orvantile_options INTERFACE -fsanitize=${ORVANTILE_SANITIZERS} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  target_link_options(orvantile_options INTERFACE -fsanitize=${ORVANTILE_SANITIZERS})
+endif()
+if(ORVANTILE_COVERAGE)
+  target_compile_options(orvantile_options INTERFACE --coverage)
+  target_link_options(orvantile_options INTERFACE --coverage)
+endif()
+
+# A static library of the product: orvantile_library(name SOURCES … LINK …).
+function(orvantile_library name)
+  cmake_parse_arguments(arg "" "" "SOURCES;LINK" ${ARGN})
+  add_library(${name} STATIC ${arg_SOURCES})
+  target_link_libraries(${name} PUBLIC orvantile::options ${arg_LINK})
+  orvantile_precompile(${name})
+endfunction()
+
+# Qt's headers and the standard library's are parsed once for the whole build.
+function(orvantile_precompile name)
+  if(TARGET orvantile_precompiled)
+    target_link_libraries(${name} PUBLIC Qt6::Widgets)
+    target_precompile_headers(${name} REUSE_FROM orvantile_precompiled)
+  endif()
+endfunction()

@@ -1,0 +1,32 @@
+#pragma once
+
+#include "platform/AccessibilityObserver.h"
+
+#include <cstdint>
+#include <memory>
+
+namespace orvantile::platform {
+
+/// The desktop's accessibility interface, as a client of it. Main thread only.
+class AccessibilityClient {
+public:
+    AccessibilityClient() = default;
+    AccessibilityClient(const AccessibilityClient&) = delete;
+    AccessibilityClient& operator=(const AccessibilityClient&) = delete;
+    virtual ~AccessibilityClient() = default;
+
+    /// Whether this process may observe other applications at this moment; read live, never cached.
+    [[nodiscard]] virtual bool isProcessTrusted() const = 0;
+
+    /// Lets the desktop ask the user for that permission. Returns at once.
+    virtual void promptForTrust() = 0;
+
+    /// An observer of the process, or null when it cannot be observed (this program's own process, for one).
+    [[nodiscard]] virtual std::unique_ptr<AccessibilityObserver>
+    createObserver(std::int32_t processIdentifier, AccessibilityObserver::Callback callback) = 0;
+
+    /// The element that stands for the whole application.
+    [[nodiscard]] virtual AccessibilityElement applicationElement(std::int32_t processIdentifier) = 0;
+};
+
+} // namespace orvantile::platform
