@@ -1,0 +1,11 @@
+#include <QApplication>
+#include <gmock/gmock.h>
+
+int main(int argc, char* argv[]) {
+    ::testing::InitGoogleMock(&argc, argv);
+    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) {
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    }
+    const QApplication app(argc, argv);
+    return RUN_ALL_TESTS();
+}
