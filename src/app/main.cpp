@@ -1,0 +1,28 @@
+#include "app/AppDelegate.h"
+#include "platform/Platform.h"
+#include "platform/Startup.h"
+
+#include <QApplication>
+#include <QTextStream>
+#include <cstdlib>
+
+int main(int argc, char* argv[]) {
+    using namespace orvantile;
+
+    if (const auto refusal = platform::prepareProcess()) {
+        QTextStream(stderr) << u"orvantile: " << *refusal << Qt::endl;
+        return EXIT_FAILURE;
+    }
+    QApplication app(argc, argv);
+    QApplication::setApplicationName(QStringLiteral("orvantile"));
+    QApplication::setApplicationDisplayName(QStringLiteral("Orvantile"));
+    QApplication::setDesktopFileName(QStringLiteral("org.orvantile.Orvantile"));
+    QApplication::setApplicationVersion(QStringLiteral(ORVANTILE_VERSION));
+    QApplication::setQuitOnLastWindowClosed(false);
+
+    platform::Platform::install(platform::makePlatform());
+    auto& desktop = platform::Platform::current();
+    const auto delegate = std::make_shared<AppDelegate>(desktop);
+    desktop.scheduler->runLater([delegate] { delegate->applicationDidFinishLaunching(); });
+    return QApplication::exec();
+}

@@ -1,0 +1,29 @@
+#pragma once
+
+#include "platform/AccessibilityClient.h"
+#include "platform/linux/session/ShortcutSource.h"
+
+#include <functional>
+
+namespace orvantile::platform::session {
+
+/// The accessibility client of this desktop: the bus and a source of keys.
+class LinuxAccessibility final : public AccessibilityClient {
+public:
+    LinuxAccessibility(ShortcutSource& source, DesktopSession& session, a11y::MenuModel& menus,
+                       std::function<void()> prompt);
+
+    [[nodiscard]] bool isProcessTrusted() const override;
+    void promptForTrust() override;
+    [[nodiscard]] std::unique_ptr<AccessibilityObserver>
+    createObserver(std::int32_t processIdentifier, AccessibilityObserver::Callback callback) override;
+    [[nodiscard]] AccessibilityElement applicationElement(std::int32_t processIdentifier) override;
+
+private:
+    ShortcutSource& source;
+    DesktopSession& session;
+    a11y::MenuModel& menus;
+    std::function<void()> prompt;
+};
+
+} // namespace orvantile::platform::session

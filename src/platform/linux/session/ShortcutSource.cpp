@@ -1,0 +1,113 @@
+#include "platform/linux/session/ShortcutSource.h"
+
+#include "platform/linux/session/ApplicationNode.h"
+#include "platform/linux/session/LinuxObserver.h"
+
+#include <utility>
+
+namespace orvantile::platform::session {
+namespace {
+
+constexpr std::int32_t nobody = -1;
+
+} // namespace
+
+ShortcutSource::ShortcutSource(DesktopSession& session_, a11y::MenuModel& menus_, std::int32_t ownProcess_)
+    : session(session_),
+      menus(menus_),
+      ownProcess(ownProcess_) {
+    session.onActiveWindowChanged = [this](const auto& window) { activeWindowChanged(window); };
+    session.onKeyPressed = [this](const auto& candidates) { keyPressed(candidates); };
+    session.onMenuOpened = [this](std::int32_t process) { menuChanged(process, true); };
+    session.onMenuClosed = [this](std::int32_t process) { menuChanged(process, false); };
+}
+
+ShortcutSource::~ShortcutSource() {
+    session.onActiveWindowChanged = nullptr;
+    session.onKeyPressed = nullptr;
+    session.onMenuOpened = nullptr;
+    session.onMenuClosed = nullptr;
+}
+
+std::optional<RunningApplication> ShortcutSource::frontmostApplication() const {
+    const auto window = session.activeWindow();
+    if (!window || window->processIdentifier <= 0) {
+        return std::nullopt;
+    }
+    return RunningApplication{window->processIdentifier};
+}
+
+void ShortcutSource::observeActivations(Workspace::ActivationHandler handler) {
+    activationHandlers.push_back(std::move(handler));
+}
+
+std::unique_ptr<AccessibilityObserver>
+ShortcutSource::createObserver(std::int32_t processIdentifier, AccessibilityObserver::Callback callback) {
+    if (processIdentifier <= 0 || processIdentifier == ownProcess) {
+        return nullptr;
+    }
+    return std::make_unique<LinuxObserver>(*this, processIdentifier, callback);
+}
+
+void ShortcutSource::activeWindowChanged(const std::optional<ActiveWindow>& window) {
+    // No focus at all is a moment between two windows, or the bare desktop: nobody is activated.
+    if (!window || window->processIdentifier <= 0) {
+        return;
+    }
+    if (std::exchange(announcedProcess, window->processIdentifier) != window->processIdentifier) {
+        const auto handlers = activationHandlers;
+        for (const auto& handler : handlers) {
+            handler(RunningApplication{window->processIdentifier});
+        }
+    }
+    if (attached != nullptr && attached->processIdentifier() == window->processIdentifier) {
+        menus.windowActivated(*window);
+    }
+}
+
+void ShortcutSource::keyPressed(const keys::Candidates& candidates) {
+    const auto window = session.activeWindow();
+    if (attached == nullptr || !window || window->processIdentifier != attached->processIdentifier()) {
+        return;
+    }
+    if (auto node = menus.commandFor(*window, candidates)) {
+        attached->post(QStringLiteral("AXMenuItemSelected"), AccessibilityElement(std::move(node)));
+    }
+}
+
+void ShortcutSource::menuChanged(std::int32_t processIdentifier, bool opened) {
+    if (attached == nullptr) {
+        return;
+    }
+    // A menu window that does not say whose it is belongs to the application in front.
+    if (processIdentifier > 0 && processIdentifier != attached->processIdentifier()) {
+        return;
+    }
+    const AccessibilityElement application(std::make_shared<ApplicationNode>(attached->processIdentifier()));
+    attached->post(opened ? QStringLiteral("AXMenuOpened") : QStringLiteral("AXMenuClosed"), application);
+    if (!opened) {
+        menus.menuClosed();
+    }
+}
+
+void ShortcutSource::attach(LinuxObserver& observer) {
+    attached = &observer;
+    menus.follow(observer.processIdentifier());
+    if (const auto window = session.activeWindow();
+        window && window->processIdentifier == observer.processIdentifier()) {
+        menus.windowActivated(*window);
+    }
+    const AccessibilityElement application(std::make_shared<ApplicationNode>(observer.processIdentifier()));
+    for (int open = session.openMenus(observer.processIdentifier()); open > 0; --open) {
+        observer.post(QStringLiteral("AXMenuOpened"), application);
+    }
+}
+
+void ShortcutSource::detach(LinuxObserver& observer) {
+    if (attached == &observer) {
+        attached = nullptr;
+        menus.follow(nobody);
+    }
+}
+
+} // namespace orvantile::platform::session

@@ -1,0 +1,50 @@
+#pragma once
+
+#include "platform/AccessibilityClient.h"
+#include "platform/Workspace.h"
+#include "platform/linux/a11y/MenuModel.h"
+#include "platform/linux/session/DesktopSession.h"
+
+#include <functional>
+#include <memory>
+#include <vector>
+
+namespace orvantile::platform::session {
+
+class LinuxObserver;
+
+/// Joins what the window system tells with what the menus declare. No accessibility event announces an
+/// accelerator on this desktop, so the selection of an item is concluded from the key press and the table of
+/// accelerators of the focused window. Main thread only.
+class ShortcutSource {
+public:
+    /// `ownProcess` is never observed.
+    ShortcutSource(DesktopSession& session, a11y::MenuModel& menus, std::int32_t ownProcess);
+    ShortcutSource(const ShortcutSource&) = delete;
+    ShortcutSource& operator=(const ShortcutSource&) = delete;
+    ~ShortcutSource();
+
+    [[nodiscard]] std::optional<RunningApplication> frontmostApplication() const;
+    void observeActivations(Workspace::ActivationHandler handler);
+
+    [[nodiscard]] std::unique_ptr<AccessibilityObserver>
+    createObserver(std::int32_t processIdentifier, AccessibilityObserver::Callback callback);
+
+private:
+    friend class LinuxObserver;
+
+    void activeWindowChanged(const std::optional<ActiveWindow>& window);
+    void keyPressed(const keys::Candidates& candidates);
+    void menuChanged(std::int32_t processIdentifier, bool opened);
+    void attach(LinuxObserver& observer);
+    void detach(LinuxObserver& observer);
+
+    DesktopSession& session;
+    a11y::MenuModel& menus;
+    std::int32_t ownProcess;
+    std::vector<Workspace::ActivationHandler> activationHandlers;
+    std::int32_t announcedProcess = -1;
+    LinuxObserver* attached = nullptr; ///< not owned; it detaches itself
+};
+
+} // namespace orvantile::platform::session
