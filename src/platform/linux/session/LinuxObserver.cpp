@@ -2,6 +2,8 @@
 
 #include "platform/linux/session/ShortcutSource.h"
 
+#include <utility>
+
 namespace orvantile::platform::session {
 
 LinuxObserver::LinuxObserver(ShortcutSource& source_, std::int32_t processIdentifier, Callback callback_)
@@ -10,7 +12,7 @@ LinuxObserver::LinuxObserver(ShortcutSource& source_, std::int32_t processIdenti
       callback(callback_) {}
 
 LinuxObserver::~LinuxObserver() {
-    source.detach(*this);
+    LinuxObserver::removeFromMainLoop();
 }
 
 bool LinuxObserver::addNotification(const AccessibilityElement&, const QString& notification,
@@ -20,11 +22,14 @@ bool LinuxObserver::addNotification(const AccessibilityElement&, const QString& 
 }
 
 void LinuxObserver::addToMainLoop() {
+    attached = true;
     source.attach(*this);
 }
 
 void LinuxObserver::removeFromMainLoop() {
-    source.detach(*this);
+    if (std::exchange(attached, false)) {
+        source.detach(*this);
+    }
 }
 
 void LinuxObserver::post(const QString& notification, const AccessibilityElement& element) {

@@ -24,6 +24,9 @@ public:
 
     [[nodiscard]] std::int32_t processIdentifier() const { return process; }
 
+    /// The source no longer knows this observer, or is about to go.
+    void wasDetached() { attached = false; }
+
     /// Calls back for each time `notification` was asked for.
     void post(const QString& notification, const AccessibilityElement& element);
 
@@ -34,6 +37,7 @@ private:
     };
 
     ShortcutSource& source;
+    bool attached = false; ///< false when there is nothing to detach from
     std::int32_t process;
     Callback callback;
     std::vector<Request> requests;

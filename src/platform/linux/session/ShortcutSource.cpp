@@ -23,6 +23,9 @@ ShortcutSource::ShortcutSource(DesktopSession& session_, a11y::MenuModel& menus_
 }
 
 ShortcutSource::~ShortcutSource() {
+    if (attached != nullptr) {
+        attached->wasDetached();
+    }
     session.onActiveWindowChanged = nullptr;
     session.onKeyPressed = nullptr;
     session.onMenuOpened = nullptr;
@@ -91,6 +94,9 @@ void ShortcutSource::menuChanged(std::int32_t processIdentifier, bool opened) {
 }
 
 void ShortcutSource::attach(LinuxObserver& observer) {
+    if (attached != nullptr) {
+        attached->wasDetached();
+    }
     attached = &observer;
     menus.follow(observer.processIdentifier());
     if (const auto window = session.activeWindow();
