@@ -1,0 +1,65 @@
+#include "support/desktop/SessionBusCalls.h"
+
+#include <stdexcept>
+
+namespace orvantile::test {
+namespace {
+
+constexpr auto launcher = "org.a11y.Bus";
+constexpr auto launcherPath = "/org/a11y/bus";
+constexpr auto statusInterface = "org.a11y.Status";
+constexpr auto enabledProperty = "IsEnabled";
+
+struct FreeMessage {
+    void operator()(sd_bus_message* message) const { sd_bus_message_unref(message); }
+};
+
+using Message = std::unique_ptr<sd_bus_message, FreeMessage>;
+
+} // namespace
+
+SessionBusCalls::SessionBusCalls(const QString& address) {
+    sd_bus* opened = nullptr;
+    sd_bus_new(&opened);
+    bus.reset(opened);
+    if (sd_bus_set_address(opened, address.toLatin1().constData()) < 0 ||
+        sd_bus_set_bus_client(opened, 1) < 0 || sd_bus_start(opened) < 0) {
+        throw std::runtime_error("no message bus at " + address.toStdString());
+    }
+}
+
+QString SessionBusCalls::accessibilityBusAddress() const {
+    sd_bus_message* reply = nullptr;
+    const int result =
+        sd_bus_call_method(bus.get(), launcher, launcherPath, launcher, "GetAddress", nullptr, &reply, "");
+    const Message owned(reply);
+    const char* address = nullptr;
+    if (result < 0 || sd_bus_message_read(reply, "s", &address) <= 0) {
+        return {};
+    }
+    return QString::fromUtf8(address);
+}
+
+bool SessionBusCalls::accessibilityEnabled() const {
+    int enabled = 0;
+    return sd_bus_get_property_trivial(bus.get(), launcher, launcherPath, statusInterface, enabledProperty,
+                                       nullptr, 'b', &enabled) >= 0 &&
+           enabled != 0;
+}
+
+void SessionBusCalls::setAccessibilityEnabled(bool enabled) const {
+    sd_bus_set_property(bus.get(), launcher, launcherPath, statusInterface, enabledProperty, nullptr, "b",
+                        static_cast<int>(enabled));
+}
+
+pid_t SessionBusCalls::ownerOf(const QString& name) const {
+    sd_bus_message* reply = nullptr;
+    const int result =
+        sd_bus_call_method(bus.get(), "org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus",
+                           "GetConnectionUnixProcessID", nullptr, &reply, "s", name.toUtf8().constData());
+    const Message owned(reply);
+    std::uint32_t process = 0;
+    return result >= 0 && sd_bus_message_read(reply, "u", &process) > 0 ? static_cast<pid_t>(process) : 0;
+}
+
+} // namespace orvantile::test

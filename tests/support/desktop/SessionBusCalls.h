@@ -1,0 +1,35 @@
+#pragma once
+
+#include <QString>
+#include <memory>
+#include <sys/types.h>
+#include <systemd/sd-bus.h>
+
+namespace orvantile::test {
+
+struct CloseBus {
+    void operator()(sd_bus* bus) const { sd_bus_flush_close_unref(bus); }
+};
+
+/// What a private session asks of a message bus, on a connection of its own. Each call waits for the answer.
+class SessionBusCalls {
+public:
+    /// Throws std::runtime_error when there is no such bus.
+    explicit SessionBusCalls(const QString& address);
+
+    /// Starts the accessibility bus unless it runs. Empty when that fails.
+    [[nodiscard]] QString accessibilityBusAddress() const;
+    [[nodiscard]] bool accessibilityEnabled() const;
+    void setAccessibilityEnabled(bool enabled) const;
+
+    /// The process that owns `name`; 0 when nobody does.
+    [[nodiscard]] pid_t ownerOf(const QString& name) const;
+
+    /// The process of the bus itself.
+    [[nodiscard]] pid_t daemon() const { return ownerOf(QStringLiteral("org.freedesktop.DBus")); }
+
+private:
+    std::unique_ptr<sd_bus, CloseBus> bus;
+};
+
+} // namespace orvantile::test
