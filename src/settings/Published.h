@@ -10,7 +10,9 @@ namespace orvantile {
 /// A value that announces each assignment before it takes place and stores it afterwards, equal or not.
 ///
 /// An assignment (1) announces the change object-wide, (2) delivers the new value to this property's
-/// subscribers, who still read the old one, (3) stores it and (4) hands it to be persisted. Main thread only.
+/// subscribers, who still read the old one, (3) stores it and (4) hands it to be persisted. A subscriber that
+/// assigns the property while it is told of an assignment has its own value announced, stored and persisted
+/// in full; the assignment under way then completes and stays. Main thread only.
 template <typename Value>
 class Published {
 public:
@@ -18,7 +20,6 @@ public:
 
     Published(Value initial, Publisher<>& objectWillChange_, Persist persist_)
         : stored(std::move(initial)),
-          announced(stored),
           objectWillChange(objectWillChange_),
           persist(std::move(persist_)) {}
 
@@ -32,23 +33,25 @@ public:
 
     Published& operator=(Value value) {
         objectWillChange.send();
-        announced = value;
+        const Value* outer = std::exchange(announced, &value);
         publisher.send(value);
+        announced = outer;
         stored = std::move(value);
         persist(Value(stored));
         return *this;
     }
 
-    /// Delivers the current value at once and every later one when it is announced.
+    /// Delivers the current value at once and every later one when it is announced. During an announcement
+    /// the current value is the announced one, so that no subscriber ever misses what will be stored.
     [[nodiscard]] Subscription subscribe(typename Publisher<Value>::Handler handler) {
         auto subscription = publisher.subscribe(handler);
-        handler(Value(announced));
+        handler(Value(announced != nullptr ? *announced : stored));
         return subscription;
     }
 
 private:
     Value stored;
-    Value announced; ///< ahead of `stored` while an assignment is being delivered
+    const Value* announced = nullptr; ///< the value being delivered, null outside announcements
     Publisher<>& objectWillChange;
     Publisher<Value> publisher;
     Persist persist;

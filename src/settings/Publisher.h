@@ -2,7 +2,6 @@
 
 #include "settings/Subscription.h"
 
-#include <algorithm>
 #include <functional>
 #include <memory>
 #include <utility>
@@ -10,41 +9,46 @@
 
 namespace orvantile {
 
-/// Tells subscribers about events. Subscribers may be added and may leave during a delivery: one that is
-/// added does not hear the delivery under way, one that leaves hears nothing any more. Main thread only.
+/// Tells subscribers about events, in the order in which they subscribed. Subscribers may be added and may
+/// leave during a delivery: one that is added does not hear the delivery under way, one that leaves hears
+/// nothing any more. Main thread only.
 template <typename... Arguments>
 class Publisher {
 public:
     using Handler = std::function<void(const Arguments&...)>;
 
     [[nodiscard]] Subscription subscribe(Handler handler) {
-        auto entry = std::make_shared<Handler>(std::move(handler));
-        entries->push_back(entry);
-        return Subscription([list = std::weak_ptr(entries), entry = std::weak_ptr(entry)] {
-            const auto ended = entry.lock();
-            if (!ended) {
-                return;
-            }
-            *ended = nullptr;
-            if (const auto existing = list.lock()) {
-                std::erase(*existing, ended);
+        auto subscriber = std::make_shared<Subscriber>(std::move(handler));
+        subscribers->push_back(subscriber);
+        return Subscription([list = std::weak_ptr(subscribers), weak = std::weak_ptr(subscriber)] {
+            if (const auto ended = weak.lock()) {
+                ended->listens = false;
+                if (const auto existing = list.lock()) {
+                    std::erase(*existing, ended);
+                }
             }
         });
     }
 
     void send(const Arguments&... arguments) const {
-        const auto snapshot = *entries;
-        for (const auto& entry : snapshot) {
-            if (*entry) {
-                const auto handler = *entry; // it may end its own subscription while it runs
-                handler(arguments...);
+        const auto present = *subscribers; // keeps a handler alive that ends its own subscription
+        for (const auto& subscriber : present) {
+            if (subscriber->listens) {
+                subscriber->handler(arguments...);
             }
         }
     }
 
 private:
-    using Entries = std::vector<std::shared_ptr<Handler>>;
-    std::shared_ptr<Entries> entries = std::make_shared<Entries>();
+    struct Subscriber {
+        explicit Subscriber(Handler handler_) : handler(std::move(handler_)) {}
+
+        Handler handler;
+        bool listens = true;
+    };
+
+    using Subscribers = std::vector<std::shared_ptr<Subscriber>>;
+    std::shared_ptr<Subscribers> subscribers = std::make_shared<Subscribers>();
 };
 
 } // namespace orvantile
