@@ -7,6 +7,8 @@
 #include "platform/Scheduler.h"
 #include "platform/Screens.h"
 #include "platform/Sounds.h"
+#include "platform/StatusBar.h"
+#include "platform/Updater.h"
 #include "platform/UserDefaults.h"
 #include "platform/Workspace.h"
 
@@ -26,6 +28,8 @@ struct Platform {
     std::unique_ptr<Backdrop> backdrop;
     std::unique_ptr<Panels> panels;
     std::unique_ptr<Sounds> sounds;
+    std::unique_ptr<StatusBar> statusBar;
+    std::unique_ptr<Updater> updater;
 
     /// The platform in force. Using it before `install` is a programming error and stops the program.
     [[nodiscard]] static Platform& current();

@@ -283,6 +283,60 @@ void FakeDefaults::set(const QString& key, const platform::DefaultsValue& value)
     stored[key] = value;
 }
 
+std::unique_ptr<platform::StatusItem> FakeStatusBar::createItem() {
+    class Item final : public platform::StatusItem {
+    public:
+        Item(CallLog log_, std::shared_ptr<State> state_) : log(std::move(log_)), state(std::move(state_)) {}
+
+        Item(const Item&) = delete;
+        Item& operator=(const Item&) = delete;
+
+        ~Item() override { log->append(u"statusItem.remove"_s); }
+
+        void setImage(const std::optional<platform::SymbolImage>& image) override {
+            log->append(u"statusItem.setImage "_s + (image ? image->name : u"none"_s));
+            state->image = image;
+        }
+
+        void setMenu(std::shared_ptr<platform::Menu> menu) override {
+            log->append(u"statusItem.setMenu"_s);
+            state->menu = std::move(menu);
+        }
+
+    private:
+        CallLog log;
+        std::shared_ptr<State> state;
+    };
+
+    log->append(u"statusBar.createItem"_s);
+    auto state = std::make_shared<State>();
+    item = state;
+    return std::make_unique<Item>(log, std::move(state));
+}
+
+std::optional<platform::SymbolImage> FakeStatusBar::symbolImage(const QString& name,
+                                                                const QString& accessibilityDescription) {
+    if (!knowsSymbols) {
+        return std::nullopt;
+    }
+    return platform::SymbolImage{name, accessibilityDescription, false};
+}
+
+std::unique_ptr<platform::UpdaterController> FakeUpdater::createController(bool startingUpdater) {
+    class Controller final : public platform::UpdaterController {
+    public:
+        explicit Controller(CallLog log_) : log(std::move(log_)) {}
+
+        void checkForUpdates() override { log->append(u"updater.checkForUpdates"_s); }
+
+    private:
+        CallLog log;
+    };
+
+    log->append(u"updater.createController starting "_s + (startingUpdater ? u"yes"_s : u"no"_s));
+    return std::make_unique<Controller>(log);
+}
+
 FakePlatform::FakePlatform() {
     auto fakes = platform::makeNullPlatform();
     const auto put = [](auto& slot, auto fake) {
@@ -298,6 +352,8 @@ FakePlatform::FakePlatform() {
     sounds = put(fakes->sounds, std::make_unique<FakeSounds>(log));
     appearance = put(fakes->appearance, std::make_unique<FakeAppearance>());
     defaults = put(fakes->defaults, std::make_unique<FakeDefaults>(log));
+    statusBar = put(fakes->statusBar, std::make_unique<FakeStatusBar>(log));
+    put(fakes->updater, std::make_unique<FakeUpdater>(log));
     replaced = platform::Platform::install(std::move(fakes));
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/Platform.h"
+#include "support/QtPrinting.h"
 #include "support/VirtualScheduler.h"
 
 #include <QStringList>
@@ -138,6 +139,37 @@ private:
     CallLog log;
 };
 
+class FakeStatusBar final : public platform::StatusBar {
+public:
+    explicit FakeStatusBar(CallLog log_) : log(std::move(log_)) {}
+
+    [[nodiscard]] std::unique_ptr<platform::StatusItem> createItem() override;
+    [[nodiscard]] std::optional<platform::SymbolImage>
+    symbolImage(const QString& name, const QString& accessibilityDescription) override;
+
+    struct State {
+        std::optional<platform::SymbolImage> image;
+        std::shared_ptr<platform::Menu> menu;
+    };
+
+    std::weak_ptr<State> item; ///< the latest, while it is in the bar
+    bool knowsSymbols = true;
+
+private:
+    CallLog log;
+};
+
+class FakeUpdater final : public platform::Updater {
+public:
+    explicit FakeUpdater(CallLog log_) : log(std::move(log_)) {}
+
+    [[nodiscard]] std::unique_ptr<platform::UpdaterController>
+    createController(bool startingUpdater) override;
+
+private:
+    CallLog log;
+};
+
 /// A whole platform of fakes in force for the life of this object.
 class FakePlatform {
 public:
@@ -159,6 +191,7 @@ public:
     FakeSounds* sounds = nullptr;
     FakeAppearance* appearance = nullptr;
     FakeDefaults* defaults = nullptr;
+    FakeStatusBar* statusBar = nullptr;
 
 private:
     std::unique_ptr<platform::Platform> replaced;

@@ -115,6 +115,28 @@ class NullSounds final : public Sounds {
     void play(const QString&) override {}
 };
 
+class NullStatusItem final : public StatusItem {
+    void setImage(const std::optional<SymbolImage>&) override {}
+
+    void setMenu(std::shared_ptr<Menu>) override {}
+};
+
+class NullStatusBar final : public StatusBar {
+    std::unique_ptr<StatusItem> createItem() override { return std::make_unique<NullStatusItem>(); }
+
+    std::optional<SymbolImage> symbolImage(const QString&, const QString&) override { return std::nullopt; }
+};
+
+class NullUpdaterController final : public UpdaterController {
+    void checkForUpdates() override {}
+};
+
+class NullUpdater final : public Updater {
+    std::unique_ptr<UpdaterController> createController(bool) override {
+        return std::make_unique<NullUpdaterController>();
+    }
+};
+
 } // namespace
 
 std::unique_ptr<Platform> makeNullPlatform() {
@@ -128,6 +150,8 @@ std::unique_ptr<Platform> makeNullPlatform() {
     platform->backdrop = std::make_unique<NullBackdrop>();
     platform->panels = std::make_unique<NullPanels>();
     platform->sounds = std::make_unique<NullSounds>();
+    platform->statusBar = std::make_unique<NullStatusBar>();
+    platform->updater = std::make_unique<NullUpdater>();
     return platform;
 }
 
