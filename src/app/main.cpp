@@ -6,6 +6,14 @@
 #include <QTextStream>
 #include <cstdlib>
 
+namespace {
+
+class NoPreferences final : public orvantile::PresentableWindow {
+    void present() override {}
+};
+
+} // namespace
+
 int main(int argc, char* argv[]) {
     using namespace orvantile;
 
@@ -22,7 +30,8 @@ int main(int argc, char* argv[]) {
 
     platform::Platform::install(platform::makePlatform());
     auto& desktop = platform::Platform::current();
-    const auto delegate = std::make_shared<AppDelegate>(desktop);
+    const auto delegate =
+        std::make_shared<AppDelegate>(desktop, [] { return std::make_unique<NoPreferences>(); });
     desktop.scheduler->runLater([delegate] { delegate->applicationDidFinishLaunching(); });
     return QApplication::exec();
 }
