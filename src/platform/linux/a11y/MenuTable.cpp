@@ -1,0 +1,88 @@
+#include "platform/linux/a11y/MenuTable.h"
+
+#include <algorithm>
+
+namespace orvantile::platform::a11y {
+
+MenuItem* MenuTable::insert(const std::string& path, const std::string& toplevel) {
+    if (auto* known = find(path)) {
+        return known;
+    }
+    if (isFull()) {
+        return nullptr;
+    }
+    auto& item = items[path];
+    item.path = path;
+    item.toplevel = toplevel;
+    return &item;
+}
+
+MenuItem* MenuTable::find(const std::string& path) {
+    const auto found = items.find(path);
+    return found == items.end() ? nullptr : &found->second;
+}
+
+void MenuTable::setAccelerator(MenuItem& item, std::optional<keys::Accelerator> accelerator) {
+    if (item.accelerator == accelerator) {
+        return;
+    }
+    unlink(item);
+    item.accelerator = accelerator;
+    if (accelerator) {
+        byAccelerator.emplace(*accelerator, &item);
+    }
+}
+
+const MenuItem* MenuTable::command(const std::string& toplevel, const keys::Accelerator& accelerator) const {
+    const auto [first, last] = byAccelerator.equal_range(accelerator);
+    const auto found = std::find_if(first, last, [&](const auto& entry) {
+        const MenuItem& item = *entry.second;
+        return item.enabled && !item.title.isEmpty() && item.toplevel == toplevel;
+    });
+    return found == last ? nullptr : found->second;
+}
+
+std::vector<std::string> MenuTable::accelerated() const {
+    std::vector<std::string> paths;
+    paths.reserve(byAccelerator.size());
+    for (const auto& entry : byAccelerator) {
+        paths.push_back(entry.second->path);
+    }
+    return paths;
+}
+
+void MenuTable::removeUnseen(const std::string& toplevel, std::uint64_t seen) {
+    removeIf([&](const MenuItem& item) { return item.toplevel == toplevel && item.seen != seen; });
+}
+
+void MenuTable::removeToplevel(const std::string& toplevel) {
+    removeIf([&](const MenuItem& item) { return item.toplevel == toplevel; });
+}
+
+void MenuTable::clear() {
+    byAccelerator.clear();
+    items.clear();
+}
+
+void MenuTable::unlink(const MenuItem& item) {
+    if (!item.accelerator) {
+        return;
+    }
+    const auto [first, last] = byAccelerator.equal_range(*item.accelerator);
+    const auto entry = std::find_if(first, last, [&](const auto& one) { return one.second == &item; });
+    if (entry != last) {
+        byAccelerator.erase(entry);
+    }
+}
+
+void MenuTable::removeIf(const std::function<bool(const MenuItem&)>& matches) {
+    std::erase_if(items, [&](const auto& entry) {
+        const bool gone = matches(entry.second);
+        if (gone) {
+            unlink(entry.second);
+        }
+        return gone;
+    });
+}
+
+} // namespace orvantile::platform::a11y
