@@ -1,0 +1,60 @@
+#include "support/ProcessCost.h"
+
+#include <QDir>
+#include <QFile>
+#include <QString>
+#include <unistd.h>
+
+namespace orvantile::bench {
+namespace {
+
+using Qt::StringLiterals::operator""_s;
+
+QByteArray contents(const QString& path) {
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+QString folder(pid_t process) {
+    return u"/proc/%1/"_s.arg(process);
+}
+
+/// The number in the line that starts with `label`.
+double field(const QByteArray& text, const char* label) {
+    for (const auto& line : text.split('\n')) {
+        if (line.startsWith(label)) {
+            return line.mid(static_cast<int>(qstrlen(label))).simplified().split(' ').first().toDouble();
+        }
+    }
+    return 0;
+}
+
+} // namespace
+
+double cpuSeconds(pid_t process) {
+    const auto stat = contents(folder(process) + u"stat"_s);
+    // The name in parentheses may hold blanks; what follows it does not (proc(5): utime and stime).
+    const auto fields = stat.mid(stat.lastIndexOf(')') + 2).split(' ');
+    if (fields.size() < 13) {
+        return 0;
+    }
+    return (fields[11].toDouble() + fields[12].toDouble()) / static_cast<double>(sysconf(_SC_CLK_TCK));
+}
+
+std::int64_t wakeups(pid_t process) {
+    std::int64_t sum = 0;
+    const QDir tasks(folder(process) + u"task"_s);
+    for (const auto& thread : tasks.entryList(QDir::Dirs | QDir::NoDotAndDotDot)) {
+        sum += static_cast<std::int64_t>(
+            field(contents(tasks.filePath(thread) + u"/status"_s), "voluntary_ctxt_switches:"));
+    }
+    return sum;
+}
+
+Memory memory(pid_t process) {
+    const auto rollup = contents(folder(process) + u"smaps_rollup"_s);
+    return {field(rollup, "Rss:") / 1024, field(rollup, "Pss:") / 1024,
+            field(rollup, "Private_Dirty:") / 1024};
+}
+
+} // namespace orvantile::bench
