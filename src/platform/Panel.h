@@ -3,6 +3,7 @@
 #include "platform/Geometry.h"
 
 #include <QImage>
+#include <QPainterPath>
 #include <QString>
 #include <functional>
 #include <memory>
@@ -33,6 +34,9 @@ public:
 
     /// Draws the picture for a panel at `frame` on a screen of `scale` device pixels per point.
     virtual void prepare(const Rect& frame, double scale) = 0;
+
+    /// The part behind which a blurring compositor shall blur, in points from the top left corner.
+    [[nodiscard]] virtual QPainterPath blurRegion() const { return {}; }
 
     /// The look `elapsed` seconds after the content has appeared.
     [[nodiscard]] virtual PanelFrame frameAt(double elapsed) const = 0;

@@ -19,6 +19,7 @@ namespace orvantile::platform {
 /// Everything the program asks of the desktop, chosen once at start-up. No member is ever null: what a
 /// desktop does not have is a peer that does nothing. Members are destroyed in reverse order.
 struct Platform {
+    std::shared_ptr<const void> foundation; ///< what the peers of a desktop share; may be null
     std::unique_ptr<Scheduler> scheduler;
     std::unique_ptr<UserDefaults> defaults;
     std::unique_ptr<Appearance> appearance;
