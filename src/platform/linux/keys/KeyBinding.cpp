@@ -20,6 +20,8 @@ KeySymbol symbolOfCharacter(char32_t character) {
     case U'\n':
     case U'\r':
         return XKB_KEY_Return;
+    case QChar::ReplacementCharacter: // what half a character reads as
+        return XKB_KEY_NoSymbol;
     default:
         return xkb_utf32_to_keysym(character);
     }
