@@ -70,7 +70,8 @@ INSTANTIATE_TEST_SUITE_P(
                       Case{u";;<Primary", std::nullopt}, Case{u";;<>s", std::nullopt},
                       Case{u";;<Hyper>s", std::nullopt}, Case{u";;<Release>s", std::nullopt},
                       Case{u";;<Primary>NoSuchKey", std::nullopt}, Case{u";;NoSymbol", std::nullopt},
-                      Case{u";;VoidSymbol", std::nullopt}, Case{u";;<Primary>\xD800", std::nullopt}));
+                      Case{u";;0xffffffff", std::nullopt}, Case{u";;VoidSymbol", std::nullopt},
+                      Case{u";;<Primary>\xD800", std::nullopt}));
 
 // Its own menus lack colons and give the mnemonic where they have no name for the key.
 INSTANTIATE_TEST_SUITE_P(ofLibreOffice, Binding,

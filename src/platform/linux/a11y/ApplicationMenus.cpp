@@ -119,6 +119,9 @@ void ApplicationMenus::readWindowsLater() {
 }
 
 void ApplicationMenus::readToplevels() {
+    if (requests.isSilent()) {
+        return; // everything is read when it answers again
+    }
     if (currentListing) {
         currentListing->outdated = true;
         return;

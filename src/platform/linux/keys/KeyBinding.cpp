@@ -13,6 +13,9 @@ namespace {
 constexpr qsizetype longestBinding = 512;
 constexpr qsizetype longestSymbolName = 64;
 
+/// The highest number that the protocol allows for a symbol; the library also reads higher ones.
+constexpr KeySymbol highestSymbol = 0x1fffffff;
+
 KeySymbol symbolOfCharacter(char32_t character) {
     switch (character) {
     case U'\t':
@@ -45,7 +48,7 @@ KeySymbol symbolNamed(QStringView name) {
 
 std::optional<Accelerator> accelerator(Modifiers modifiers, QStringView name) {
     auto symbol = symbolNamed(name);
-    if (symbol == XKB_KEY_NoSymbol || symbol == XKB_KEY_VoidSymbol) {
+    if (symbol == XKB_KEY_NoSymbol || symbol == XKB_KEY_VoidSymbol || symbol > highestSymbol) {
         return std::nullopt;
     }
     // Shift turns Tab into a symbol of its own; the item means the key.
