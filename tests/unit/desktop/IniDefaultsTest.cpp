@@ -84,6 +84,7 @@ TEST_F(IniDefaultsTest, areInTheFileInTheOrderOfAssignment) {
         IniDefaults defaults(path);
         Settings settings(defaults);
         settings.position = HUDPosition::topLeft;
+        defaults.synchronize();
         settings.resetToDefaults();
     }
     EXPECT_EQ(contents(path),
