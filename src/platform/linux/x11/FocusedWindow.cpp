@@ -49,6 +49,12 @@ void FocusedWindow::handle(const xcb_generic_event_t& event) {
         }
         break;
     }
+    case XCB_DESTROY_NOTIFY:
+        // The name of the window may soon be that of another.
+        if (std::bit_cast<const xcb_destroy_notify_event_t*>(&event)->window == followed) {
+            become(XCB_WINDOW_NONE);
+        }
+        break;
     case XCB_CONFIGURE_NOTIFY:
         if (std::bit_cast<const xcb_configure_notify_event_t*>(&event)->window == followed) {
             askPlace();
@@ -175,10 +181,11 @@ void FocusedWindow::askPlace() {
                 }
                 return;
             }
-            place.reset();
-            if (origin != nullptr && size->has_value()) {
-                place = PixelRect{origin->dst_x, origin->dst_y, (*size)->width, (*size)->height};
+            if (origin == nullptr || !size->has_value()) {
+                become(XCB_WINDOW_NONE); // a window that had gone before it was called active
+                return;
             }
+            place = PixelRect{origin->dst_x, origin->dst_y, (*size)->width, (*size)->height};
         });
 }
 

@@ -69,6 +69,7 @@ void X11Panel::animateAlpha(double alpha, double duration, std::function<void()>
 void X11Panel::orderOut() {
     onScreen = false;
     comeBack.reset();
+    blending.reset();
     frames.setVisible(false);
     if (window.isShown()) {
         window.hide();
@@ -106,8 +107,23 @@ void X11Panel::present(const PanelFrame& next) {
     connection.flush();
 }
 
+bool X11Panel::isBlended() {
+    if (!compositor.isRunning()) {
+        return false;
+    }
+    // Compositors rest while a window fills the screen, and take a moment to notice that another came up.
+    constexpr double noticeSeconds = 0.25;
+    if (!window.isShown() && screens.isFullScreen()) {
+        blending = scheduler.runAfter(noticeSeconds, [this] {
+            blending.reset();
+            frames.invalidate();
+        });
+    }
+    return blending == nullptr;
+}
+
 QImage X11Panel::beneath() {
-    if (compositor.isRunning()) {
+    if (isBlended()) {
         return {};
     }
     if (!underlay) {

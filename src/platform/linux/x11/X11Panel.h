@@ -33,6 +33,7 @@ private:
     void prepare();
     void present(const PanelFrame& frame);
     [[nodiscard]] QImage beneath();
+    [[nodiscard]] bool isBlended();
     [[nodiscard]] QRegion blurFor(const PanelFrame& frame) const;
 
     XConnection& connection;
@@ -52,6 +53,7 @@ private:
     bool onScreen = false;
     std::optional<QImage> underlay;      ///< what lies under `visiblePart`, where nobody blends
     std::unique_ptr<Scheduled> comeBack; ///< until the windows below have drawn themselves again
+    std::unique_ptr<Scheduled> blending; ///< until the compositor certainly blends the panel
     desktop::PanelFrames frames;
 };
 

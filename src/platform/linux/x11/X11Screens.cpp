@@ -186,6 +186,12 @@ std::optional<std::size_t> X11Screens::mainMonitor(const ScreenLayout& layout) c
     return layout.monitorOf(active ? *active : monitors.empty() ? PixelRect{} : monitors.front());
 }
 
+bool X11Screens::isFullScreen() const {
+    const auto& active = session.activeFrame();
+    return active &&
+           std::ranges::any_of(monitors, [&](const auto& frame) { return active->contains(frame); });
+}
+
 std::optional<Screen> X11Screens::mainScreen() const {
     const auto current = layout();
     if (const auto main = mainMonitor(current)) {

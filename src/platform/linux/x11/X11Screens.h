@@ -19,6 +19,9 @@ public:
     /// Where a rectangle in points is on the pixel grid.
     [[nodiscard]] ScreenLayout::Placement place(const Rect& rect) const;
 
+    /// Whether the active window fills its monitor.
+    [[nodiscard]] bool isFullScreen() const;
+
     /// The whole root window.
     [[nodiscard]] PixelRect bounds() const { return {0, 0, rootWidth, rootHeight}; }
 

@@ -1,0 +1,339 @@
+#include "platform/linux/desktop/QtScheduler.h"
+#include "platform/linux/x11/X11Backdrop.h"
+#include "platform/linux/x11/X11Panels.h"
+
+#include "desktop/x11/MainLoop.h"
+#include "support/desktop/CurrentSession.h"
+#include "support/desktop/HudWatcher.h"
+#include "support/desktop/KeyInjector.h"
+#include "support/desktop/Screenshot.h"
+#include "support/desktop/WindowWatcher.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QMouseEvent>
+#include <QWidget>
+#include <algorithm>
+#include <gmock/gmock.h>
+
+namespace orvantile::platform::x11 {
+namespace {
+
+using test::awaitThat;
+using test::CurrentSession;
+using test::turnFor;
+using Qt::StringLiterals::operator""_s;
+
+constexpr QRgb red = qRgb(255, 0, 0);
+constexpr QRgb green = qRgb(0, 160, 0);
+
+/// A red bar in the middle of a transparent margin.
+class BarContent final : public PanelContent {
+public:
+    explicit BarContent(QString label_ = u"⌃S  Save"_s, Size size_ = {200, 60})
+        : label(std::move(label_)),
+          size(size_) {}
+
+    [[nodiscard]] Size fittingSize() const override { return size; }
+
+    [[nodiscard]] QString title() const override { return label; }
+
+    void prepare(const Rect& frame, double scale) override {
+        preparedScale = scale;
+        picture = QImage(static_cast<int>(frame.width * scale), static_cast<int>(frame.height * scale),
+                         QImage::Format_ARGB32_Premultiplied);
+        picture.fill(Qt::transparent);
+        for (int y = picture.height() / 4; y < picture.height() * 3 / 4; ++y) {
+            for (int x = picture.width() / 4; x < picture.width() * 3 / 4; ++x) {
+                picture.setPixel(x, y, red);
+            }
+        }
+    }
+
+    [[nodiscard]] PanelFrame frameAt(double elapsed) const override {
+        return {picture, 1, 1, elapsed >= entrance};
+    }
+
+    double entrance = 0;
+    double preparedScale = 0;
+
+private:
+    QString label;
+    Size size;
+    QImage picture;
+};
+
+/// A window of one colour that counts clicks.
+class Ground final : public QWidget {
+public:
+    Ground() {
+        setWindowTitle(u"ground"_s);
+        setStyleSheet(u"background: rgb(0, 160, 0)"_s);
+        setAttribute(Qt::WA_StyledBackground);
+    }
+
+    int clicks = 0;
+
+protected:
+    void mousePressEvent(QMouseEvent*) override { ++clicks; }
+};
+
+class X11PanelTest : public ::testing::Test {
+protected:
+    X11PanelTest() {
+        session.start();
+        connection->synchronize();
+        panel = panels.create({.size = {200, 60}});
+    }
+
+    ~X11PanelTest() override { desktop.stopCompositor(); }
+
+    void showGround() {
+        ground.showFullScreen();
+        static_cast<void>(windows.awaitActive(test::titled(u"ground"_s)));
+        ASSERT_TRUE(awaitThat([&] {
+            const auto active = session.activeWindow();
+            return active && active->title == u"ground"_s;
+        }));
+        ASSERT_TRUE(awaitPixel({10, 10}, green));
+    }
+
+    void show(const std::shared_ptr<PanelContent>& content = std::make_shared<BarContent>()) {
+        const auto size = content->fittingSize();
+        panel->setContent(content);
+        panel->setFrame({100, 500, size.width, size.height}, true);
+        panel->setAlpha(0);
+        panel->orderFrontRegardless();
+        panel->animateAlpha(1, 0.05, {});
+    }
+
+    [[nodiscard]] QRgb pixelAt(QPoint point) const {
+        return test::takeScreenshot(desktop.display(), QRect(point, QSize(1, 1))).pixel(0, 0);
+    }
+
+    bool awaitPixel(QPoint point, QRgb colour) {
+        return awaitThat([&] { return pixelAt(point) == colour; });
+    }
+
+    // The panel of 200 × 60 at (100, 500) from below on a screen of 800 lines.
+    static constexpr QRect place{100, 240, 200, 60};
+    static constexpr QPoint middle{200, 270};
+    static constexpr QPoint margin{110, 245};
+
+    test::PrivateSession& desktop = CurrentSession::get();
+    test::WindowWatcher windows{desktop.display()};
+    test::HudWatcher huds{desktop.display()};
+    desktop::QtScheduler scheduler;
+    std::unique_ptr<XConnection> connection = XConnection::open();
+    X11Session session{*connection};
+    X11Screens screens{*connection, session};
+    Compositor compositor{*connection};
+    ScreenGrab grab{*connection, screens};
+    X11Backdrop backdrop{screens, compositor, grab};
+    X11Panels panels{*connection, scheduler, screens, compositor, grab};
+    std::shared_ptr<Panel> panel;
+    Ground ground;
+};
+
+TEST_F(X11PanelTest, comesUpAtItsPlaceWithItsLabelAndGoes) {
+    show();
+    const auto shown = huds.awaitNext();
+    ASSERT_TRUE(shown);
+    EXPECT_EQ(shown->label, u"⌃S  Save"_s);
+    EXPECT_EQ(shown->frame, place);
+    panel->orderOut();
+    EXPECT_TRUE(huds.awaitHidden());
+}
+
+TEST_F(X11PanelTest, showsALabelInPlaceOfAnother) {
+    show();
+    ASSERT_TRUE(huds.awaitNext());
+    show(std::make_shared<BarContent>(u"⌃Z  Undo"_s, Size{240, 60}));
+    const auto second = huds.awaitNext();
+    ASSERT_TRUE(second);
+    EXPECT_EQ(second->label, u"⌃Z  Undo"_s);
+    EXPECT_TRUE(awaitPixel({220, 270}, red));
+}
+
+TEST_F(X11PanelTest, liesOnWhatIsBeneathWithoutACompositor) {
+    showGround();
+    show();
+    ASSERT_TRUE(awaitPixel(middle, red));
+    EXPECT_EQ(pixelAt(margin), green);
+    EXPECT_EQ(pixelAt({99, 270}), green);
+    panel->orderOut();
+    EXPECT_TRUE(awaitPixel(middle, green));
+}
+
+TEST_F(X11PanelTest, doesNotTakeItselfForWhatIsBeneath) {
+    showGround();
+    show();
+    ASSERT_TRUE(awaitPixel(middle, red));
+    // Wider, so that the old bar lies in the new margin.
+    show(std::make_shared<BarContent>(u"wider"_s, Size{800, 60}));
+    ASSERT_TRUE(awaitPixel({500, 270}, red));
+    EXPECT_EQ(pixelAt({160, 270}), green);
+    const auto picture = std::get<QImage>(backdrop.behind({100, 500, 800, 60}));
+    EXPECT_EQ(picture.pixel(400, 30), green);
+}
+
+TEST_F(X11PanelTest, isBlendedByACompositor) {
+    desktop.startCompositor();
+    ASSERT_TRUE(awaitThat([&] { return compositor.isRunning(); }));
+    showGround();
+    show();
+    ASSERT_TRUE(awaitPixel(middle, red));
+    EXPECT_EQ(pixelAt(margin), green);
+}
+
+TEST_F(X11PanelTest, staysWithoutABlackBoxWhenACompositorStartsAndStops) {
+    showGround();
+    show();
+    ASSERT_TRUE(awaitPixel(middle, red));
+    desktop.startCompositor();
+    ASSERT_TRUE(awaitThat([&] { return compositor.isRunning(); }));
+    EXPECT_TRUE(awaitThat([&] { return pixelAt(middle) == red && pixelAt(margin) == green; }));
+    desktop.stopCompositor();
+    ASSERT_TRUE(awaitThat([&] { return !compositor.isRunning(); }));
+    EXPECT_TRUE(awaitThat([&] { return pixelAt(middle) == red && pixelAt(margin) == green; }));
+    turnFor(200);
+    EXPECT_EQ(pixelAt(middle), red);
+    EXPECT_EQ(pixelAt(margin), green);
+}
+
+TEST_F(X11PanelTest, neverTakesTheFocus) {
+    showGround();
+    const auto before = windows.activeWindow().handle;
+    for (int round = 0; round < 5; ++round) {
+        show();
+        ASSERT_TRUE(huds.awaitNext());
+        turnFor(30);
+        EXPECT_EQ(windows.activeWindow().handle, before);
+        panel->orderOut();
+        ASSERT_TRUE(huds.awaitHidden());
+        EXPECT_EQ(windows.activeWindow().handle, before);
+    }
+    EXPECT_TRUE(ground.isActiveWindow());
+}
+
+TEST_F(X11PanelTest, letsClicksThrough) {
+    showGround();
+    show();
+    ASSERT_TRUE(awaitPixel(middle, red));
+    test::KeyInjector hands(desktop.display());
+    hands.click(middle);
+    EXPECT_TRUE(awaitThat([&] { return ground.clicks == 1; }));
+}
+
+TEST_F(X11PanelTest, staysAboveWindowsThatAreRaisedOverIt) {
+    show();
+    ASSERT_TRUE(huds.awaitNext());
+    showGround();
+    EXPECT_TRUE(awaitPixel(middle, red));
+    QWidget other(nullptr, Qt::X11BypassWindowManagerHint);
+    other.setStyleSheet(u"background: blue"_s);
+    other.setGeometry(0, 0, 600, 600);
+    other.show();
+    ASSERT_TRUE(awaitPixel({20, 20}, qRgb(0, 0, 255)));
+    EXPECT_TRUE(awaitPixel(middle, red));
+    other.raise();
+    turnFor(50);
+    EXPECT_TRUE(awaitPixel(middle, red));
+}
+
+TEST_F(X11PanelTest, isNoWindowOfTheTaskListAndNoMenu) {
+    int menus = 0;
+    session.onMenuOpened = [&](auto) { ++menus; };
+    show();
+    ASSERT_TRUE(huds.awaitNext());
+    turnFor(50);
+    for (const auto& window : windows.windows()) {
+        EXPECT_NE(window.className, u"orvantile"_s);
+    }
+    EXPECT_EQ(menus, 0);
+    EXPECT_EQ(session.openMenus(::getpid()), 0);
+}
+
+TEST_F(X11PanelTest, overhangsTheScreenWithoutHarm) {
+    show(std::make_shared<BarContent>(u"very long"_s, Size{20000, 60}));
+    ASSERT_TRUE(huds.awaitNext());
+    panel->orderOut();
+    ASSERT_TRUE(huds.awaitHidden());
+    panel->setFrame({-5000, -5000, 100, 50}, true);
+    panel->orderFrontRegardless();
+    turnFor(50);
+    EXPECT_FALSE(huds.isVisible());
+    show();
+    EXPECT_TRUE(huds.awaitNext());
+}
+
+TEST_F(X11PanelTest, drawsNothingWhileNothingMoves) {
+    show();
+    ASSERT_TRUE(huds.awaitNext());
+    turnFor(150);
+    const auto before = xcb_total_written(connection->get());
+    turnFor(300);
+    EXPECT_EQ(xcb_total_written(connection->get()), before);
+}
+
+TEST_F(X11PanelTest, isOnTheScreenWithinMilliseconds) {
+    std::vector<double> latencies;
+    for (int round = 0; round < 100; ++round) {
+        const auto start = std::chrono::steady_clock::now();
+        show();
+        const auto shown = huds.awaitNext();
+        ASSERT_TRUE(shown);
+        latencies.push_back(std::chrono::duration<double, std::milli>(shown->time - start).count());
+        panel->orderOut();
+        ASSERT_TRUE(huds.awaitHidden());
+    }
+    std::ranges::sort(latencies);
+    std::printf("show to mapped: median %.3f ms, p95 %.3f ms\n", latencies[50], latencies[95]);
+    EXPECT_LT(latencies[50], 4);
+}
+
+/// Resident memory of this process, in KiB.
+long residentMemory() {
+    QFile file(u"/proc/self/statm"_s);
+    static_cast<void>(file.open(QIODevice::ReadOnly));
+    return file.readAll().split(' ').at(1).toLong() * 4;
+}
+
+TEST_F(X11PanelTest, keepsItsSizeOverThousandsOfShows) {
+    const auto descriptors = [] { return QDir(u"/proc/self/fd"_s).count(); };
+    const auto showSome = [&](int count) {
+        for (int round = 0; round < count; ++round) {
+            show(std::make_shared<BarContent>(QString::number(round), Size{100.0 + round % 300, 60}));
+            QCoreApplication::processEvents();
+            panel->orderOut();
+            if (round % 100 == 0) {
+                static_cast<void>(huds.takeAll());
+            }
+        }
+        connection->synchronize();
+        static_cast<void>(huds.takeAll());
+    };
+    showSome(1000);
+    const auto memory = residentMemory();
+    const auto open = descriptors();
+    showSome(10000);
+    EXPECT_EQ(descriptors(), open);
+    EXPECT_LT(residentMemory() - memory, 2048);
+    std::printf("grown by %ld KiB over 10000 shows\n", residentMemory() - memory);
+}
+
+TEST(X11PanelScale, isTheScreens) {
+    // The scale is fixed when the toolkit starts: another process would be needed for another one.
+    auto connection = XConnection::open();
+    X11Session session(*connection);
+    const X11Screens screens(*connection, session);
+    connection->synchronize();
+    ASSERT_EQ(screens.screens().size(), 1U);
+    EXPECT_EQ(screens.screens().front().scale, qApp->devicePixelRatio());
+    EXPECT_EQ(screens.screens().front().frame, (Rect{0, 0, 1280, 800}));
+}
+
+} // namespace
+} // namespace orvantile::platform::x11
