@@ -1,5 +1,8 @@
 #include "platform/Startup.h"
 #include "platform/linux/X11Platform.h"
+#include "platform/linux/desktop/CanberraSounds.h"
+#include "platform/linux/desktop/DesktopAppearance.h"
+#include "platform/linux/desktop/IniDefaults.h"
 #include "platform/linux/desktop/QtScheduler.h"
 #include "platform/linux/x11/ServerLoss.h"
 #include "platform/linux/x11/XConnection.h"
@@ -13,6 +16,12 @@ namespace {
 using Qt::StringLiterals::operator""_s;
 
 constexpr auto platformVariable = "QT_QPA_PLATFORM";
+
+std::unique_ptr<Platform> makeWindowlessPlatform() {
+    auto platform = makeNullPlatform();
+    platform->scheduler = std::make_unique<desktop::QtScheduler>();
+    return platform;
+}
 
 } // namespace
 
@@ -34,11 +43,13 @@ std::optional<QString> prepareProcess() {
 }
 
 std::unique_ptr<Platform> makePlatform() {
-    if (QGuiApplication::platformName() == u"xcb") {
-        return makeX11Platform();
-    }
-    auto platform = makeNullPlatform();
-    platform->scheduler = std::make_unique<desktop::QtScheduler>();
+    auto platform = QGuiApplication::platformName() == u"xcb" ? makeX11Platform() : makeWindowlessPlatform();
+    auto defaults = std::make_unique<desktop::IniDefaults>(desktop::IniDefaults::userFile());
+    QObject::connect(qGuiApp, &QGuiApplication::aboutToQuit, qGuiApp,
+                     [&defaults = *defaults] { defaults.synchronize(); });
+    platform->defaults = std::move(defaults);
+    platform->appearance = std::make_unique<desktop::DesktopAppearance>();
+    platform->sounds = std::make_unique<desktop::CanberraSounds>(desktop::SoundFolder::ofProgram());
     return platform;
 }
 

@@ -46,12 +46,16 @@ AssignmentWriter::Store openFile(const std::filesystem::path& path,
 
 IniDefaults::IniDefaults(const std::filesystem::path& file) : writer(openFile(file, stored)) {}
 
-std::filesystem::path IniDefaults::userFile() {
+std::filesystem::path IniDefaults::configurationFolder() {
     auto folder = qEnvironmentVariable("XDG_CONFIG_HOME");
     if (!QDir::isAbsolutePath(folder)) {
         folder = QDir::homePath() + QStringLiteral("/.config");
     }
-    return QFile::encodeName(folder + QStringLiteral("/orvantile/orvantile.ini")).toStdString();
+    return QFile::encodeName(folder).toStdString();
+}
+
+std::filesystem::path IniDefaults::userFile() {
+    return configurationFolder() / "orvantile" / "orvantile.ini";
 }
 
 void IniDefaults::registerDefaults(const std::vector<std::pair<QString, DefaultsValue>>& values) {

@@ -23,6 +23,9 @@ class IniDefaults final : public UserDefaults {
 public:
     explicit IniDefaults(const std::filesystem::path& file);
 
+    /// The folder for the user's configuration files.
+    [[nodiscard]] static std::filesystem::path configurationFolder();
+
     /// `orvantile/orvantile.ini` in the user's configuration folder.
     [[nodiscard]] static std::filesystem::path userFile();
 

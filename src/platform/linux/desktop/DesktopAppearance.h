@@ -1,0 +1,48 @@
+#pragma once
+
+#include "platform/Appearance.h"
+#include "platform/linux/desktop/SettingsPortal.h"
+#include "platform/linux/desktop/ThemeFiles.h"
+
+#include <QObject>
+#include <filesystem>
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace orvantile::platform::desktop {
+
+/// Whether the desktop is dark: as its settings portal says, else as GTK's or KDE's settings say, else as the
+/// toolkit's palette looks. All of them are followed, none is polled or waited for.
+class DesktopAppearance final : public Appearance {
+public:
+    /// Where to look.
+    struct Sources {
+        std::string sessionBus;              ///< address
+        std::filesystem::path configuration; ///< the user's configuration folder
+        bool kde = false;                    ///< on KDE's desktop
+
+        [[nodiscard]] static Sources ofSession();
+    };
+
+    explicit DesktopAppearance(const Sources& sources = Sources::ofSession());
+
+    [[nodiscard]] bool isDark() const override { return dark; }
+
+    [[nodiscard]] Token observeChanges(std::function<void()> handler) override;
+
+private:
+    using Handler = std::function<void()>;
+
+    [[nodiscard]] bool look() const;
+    void update();
+
+    SettingsPortal portal;
+    ThemeFiles files;
+    std::unique_ptr<QObject> palette; ///< watches it
+    bool dark;
+    std::vector<std::weak_ptr<const Handler>> handlers;
+};
+
+} // namespace orvantile::platform::desktop
