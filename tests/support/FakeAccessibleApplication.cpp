@@ -1,5 +1,6 @@
 #include "support/FakeAccessibleApplication.h"
 
+#include <algorithm>
 #include <array>
 #include <csignal>
 #include <cstring>
@@ -28,6 +29,15 @@ MessageHandle replyTo(sd_bus_message& message) {
     sd_bus_message* reply = nullptr;
     check(sd_bus_message_new_method_return(&message, &reply), "no answer");
     return MessageHandle(reply);
+}
+
+/// How many matches the question wants: its arguments are a rule, an order, that number and a flag.
+std::size_t mostWanted(sd_bus_message& question) {
+    unsigned order = 0;
+    int count = 0;
+    check(sd_bus_message_skip(&question, "(aiia{ss}iaiiasib)"), "rule");
+    check(sd_bus_message_read(&question, "ui", &order, &count), "number");
+    return static_cast<std::size_t>(count);
 }
 
 /// A string argument that is not UTF-8: the library would not write it, so it is put over another.
@@ -122,7 +132,9 @@ bool FakeAccessibleApplication::answer(sd_bus_message& message) {
     const std::string member = sd_bus_message_get_member(&message);
     const std::string path = sd_bus_message_get_path(&message);
     if (interface == "org.a11y.atspi.Collection" && manners.collection) {
-        return answerPaths(message, tree.itemPaths()) >= 0;
+        auto paths = tree.itemPaths();
+        paths.resize(std::min(paths.size(), mostWanted(message)));
+        return answerPaths(message, paths) >= 0;
     }
     if (interface == "org.a11y.atspi.Action" && member == "GetKeyBinding") {
         return (manners.wrongTypes

@@ -12,7 +12,8 @@ using Qt::StringLiterals::operator""_s;
 using namespace std::chrono_literals;
 
 #ifdef __SANITIZE_ADDRESS__
-constexpr std::chrono::microseconds longestTurn = 50ms; // everything is many times slower then
+constexpr std::chrono::microseconds longestTurn =
+    500ms; // the sanitizer copies large messages many times over
 #else
 constexpr std::chrono::microseconds longestTurn = 5ms;
 #endif

@@ -1,5 +1,6 @@
 #include "platform/linux/a11y/MenuTable.h"
 
+#include <chrono>
 #include <gmock/gmock.h>
 
 namespace orvantile::platform::a11y {
@@ -84,6 +85,20 @@ TEST_F(Table, dropsWhatAReadingHasNotFound) {
     EXPECT_EQ(table.find("/1"), nullptr);
     EXPECT_EQ(fired(), u"New");
     EXPECT_EQ(fired(controlQ, "/other"), u"Elsewhere");
+}
+
+TEST_F(Table, forgetsManyItemsOfOneAcceleratorAsFastAsOthers) {
+    for (std::size_t index = 0; index < MenuTable::capacity; ++index) {
+        add("/" + std::to_string(index), u"Item"_s, true);
+    }
+    table.find("/0")->enabled = false;
+    EXPECT_EQ(table.command("/window", controlS), table.find("/1"));
+    const auto start = std::chrono::steady_clock::now();
+    table.removeToplevel("/window");
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::milliseconds(200))
+        << "not by the square";
+    EXPECT_EQ(table.size(), 0U);
+    EXPECT_EQ(table.acceleratedCount(), 0U);
 }
 
 TEST_F(Table, takesNoMoreThanItsCapacity) {

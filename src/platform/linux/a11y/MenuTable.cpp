@@ -1,7 +1,5 @@
 #include "platform/linux/a11y/MenuTable.h"
 
-#include <algorithm>
-
 namespace orvantile::platform::a11y {
 
 MenuItem* MenuTable::insert(const std::string& path, const std::string& toplevel) {
@@ -14,6 +12,7 @@ MenuItem* MenuTable::insert(const std::string& path, const std::string& toplevel
     auto& item = items[path];
     item.path = path;
     item.toplevel = toplevel;
+    item.order = inserted++;
     return &item;
 }
 
@@ -29,17 +28,19 @@ void MenuTable::setAccelerator(MenuItem& item, std::optional<keys::Accelerator> 
     unlink(item);
     item.accelerator = accelerator;
     if (accelerator) {
-        byAccelerator.emplace(*accelerator, &item);
+        byAccelerator.emplace(Key{*accelerator, item.order}, &item);
     }
 }
 
 const MenuItem* MenuTable::command(const std::string& toplevel, const keys::Accelerator& accelerator) const {
-    const auto [first, last] = byAccelerator.equal_range(accelerator);
-    const auto found = std::find_if(first, last, [&](const auto& entry) {
-        const MenuItem& item = *entry.second;
-        return item.enabled && !item.title.isEmpty() && item.toplevel == toplevel;
-    });
-    return found == last ? nullptr : found->second;
+    for (auto entry = byAccelerator.lower_bound({accelerator, 0});
+         entry != byAccelerator.end() && entry->first.first == accelerator; ++entry) {
+        const MenuItem& item = *entry->second;
+        if (item.enabled && !item.title.isEmpty() && item.toplevel == toplevel) {
+            return &item;
+        }
+    }
+    return nullptr;
 }
 
 std::vector<std::string> MenuTable::accelerated() const {
@@ -65,13 +66,8 @@ void MenuTable::clear() {
 }
 
 void MenuTable::unlink(const MenuItem& item) {
-    if (!item.accelerator) {
-        return;
-    }
-    const auto [first, last] = byAccelerator.equal_range(*item.accelerator);
-    const auto entry = std::find_if(first, last, [&](const auto& one) { return one.second == &item; });
-    if (entry != last) {
-        byAccelerator.erase(entry);
+    if (item.accelerator) {
+        byAccelerator.erase(Key{*item.accelerator, item.order});
     }
 }
 

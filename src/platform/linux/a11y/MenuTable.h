@@ -10,6 +10,7 @@
 #include <optional>
 #include <string>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 namespace orvantile::platform::a11y {
@@ -21,14 +22,15 @@ struct MenuItem {
     std::optional<keys::Accelerator> accelerator;
     QString title; ///< trimmed
     bool enabled = false;
-    std::uint64_t seen = 0; ///< the reading that found it last
+    std::uint64_t seen = 0;  ///< the reading that found it last
+    std::uint64_t order = 0; ///< later ones have higher numbers
 };
 
 /// The menu items of one application, found by path or by what fires them. Bounded.
 class MenuTable {
 public:
     /// More items than any program's menus hold.
-    static constexpr std::size_t capacity = 10'000;
+    static constexpr std::size_t capacity = 4'000;
 
     /// The item at `path`, which is new if there was none; null when the table is full.
     MenuItem* insert(const std::string& path, const std::string& toplevel);
@@ -59,11 +61,15 @@ public:
 private:
     using Items = std::unordered_map<std::string, MenuItem>;
 
+    /// Many items may have one accelerator; each entry can still be found at once.
+    using Key = std::pair<keys::Accelerator, std::uint64_t>;
+
     void unlink(const MenuItem& item);
     void removeIf(const std::function<bool(const MenuItem&)>& matches);
 
     Items items; ///< its elements never move
-    std::multimap<keys::Accelerator, const MenuItem*> byAccelerator;
+    std::map<Key, const MenuItem*> byAccelerator;
+    std::uint64_t inserted = 0;
 };
 
 } // namespace orvantile::platform::a11y
