@@ -18,7 +18,7 @@ int main(int argc, char* argv[]) {
     using namespace orvantile;
 
     if (const auto refusal = platform::prepareProcess()) {
-        QTextStream(stderr) << u"orvantile: " << *refusal << Qt::endl;
+        QTextStream(stderr) << QStringLiteral("orvantile: ") << *refusal << Qt::endl;
         return EXIT_FAILURE;
     }
     QApplication app(argc, argv);

@@ -90,6 +90,12 @@ std::unique_ptr<Platform> makeX11Platform() {
     }
     x11::watchServer(xcb_get_file_descriptor(connection->get()));
     connection->onClosed = [] { QCoreApplication::exit(EXIT_SUCCESS); };
+    QObject::connect(QCoreApplication::instance(), &QCoreApplication::aboutToQuit,
+                     QCoreApplication::instance(), [&connection = *connection] {
+                         if (connection.isOpen()) {
+                             x11::watchServer(-1);
+                         }
+                     });
 
     const auto desktop = std::make_shared<Desktop>(std::move(connection), *platform->scheduler);
     auto& x = *desktop->connection;

@@ -9,7 +9,6 @@
 #include "support/desktop/Screenshot.h"
 #include "support/desktop/WindowWatcher.h"
 
-#include <QApplication>
 #include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
@@ -324,15 +323,22 @@ TEST_F(X11PanelTest, keepsItsSizeOverThousandsOfShows) {
     std::printf("grown by %ld KiB over 10000 shows\n", residentMemory() - memory);
 }
 
-TEST(X11PanelScale, isTheScreens) {
-    // The scale is fixed when the toolkit starts: another process would be needed for another one.
-    auto connection = XConnection::open();
-    X11Session session(*connection);
-    const X11Screens screens(*connection, session);
-    connection->synchronize();
-    ASSERT_EQ(screens.screens().size(), 1U);
-    EXPECT_EQ(screens.screens().front().scale, qApp->devicePixelRatio());
-    EXPECT_EQ(screens.screens().front().frame, (Rect{0, 0, 1280, 800}));
+TEST_F(X11PanelTest, showsNoBlackBoxWhereTheCompositorRestsUnderAFullScreenWindow) {
+    desktop.startCompositor();
+    ASSERT_TRUE(awaitThat([&] { return compositor.isRunning(); }));
+    showGround();
+    turnFor(300); // the compositor sees that there is nothing to blend
+    for (int round = 0; round < 5; ++round) {
+        show();
+        ASSERT_TRUE(huds.awaitNext());
+        for (int look = 0; look < 20; ++look) {
+            EXPECT_EQ(pixelAt(margin), green) << "look " << look << " of round " << round;
+            turnFor(5);
+        }
+        panel->orderOut();
+        ASSERT_TRUE(huds.awaitHidden());
+        turnFor(150);
+    }
 }
 
 } // namespace

@@ -14,8 +14,11 @@ int& watchedSocket() {
 }
 
 bool serverIsGone() {
+    // A server that ends closes its connections one after the other.
+    constexpr int patienceMilliseconds = 500;
     pollfd state{watchedSocket(), 0, 0};
-    return state.fd >= 0 && poll(&state, 1, 0) > 0 && (state.revents & (POLLHUP | POLLERR | POLLNVAL)) != 0;
+    return state.fd >= 0 && poll(&state, 1, patienceMilliseconds) > 0 &&
+           (state.revents & (POLLHUP | POLLERR | POLLNVAL)) != 0;
 }
 
 void endCleanly() {

@@ -7,7 +7,8 @@ namespace orvantile::platform::x11 {
 /// with 0 then. Everything the user has set is on disk by that time.
 void leaveCleanlyWithoutServer();
 
-/// The socket that tells whether the server is there. Not owned; open until the process ends.
+/// The socket that tells whether the server is there, or −1 when the process ends for other reasons. Not
+/// owned.
 void watchServer(int socket);
 
 } // namespace orvantile::platform::x11
