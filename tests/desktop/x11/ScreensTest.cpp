@@ -75,18 +75,6 @@ protected:
     ScreensTest() {
         session.start();
         connection->synchronize();
-        // The window manager takes docks into account once it manages windows.
-        QWidget first;
-        first.setWindowTitle(u"first"_s);
-        first.show();
-        const auto isManaged = [&] {
-            first.show();
-            const bool managed =
-                awaitThat([&] { return first.isActiveWindow(); }, QDeadlineTimer(std::chrono::seconds(1)));
-            first.hide();
-            return managed;
-        };
-        EXPECT_TRUE(awaitThat(isManaged));
     }
 
     test::PrivateSession& desktop = CurrentSession::get();

@@ -79,7 +79,7 @@ TEST_F(X11SessionTest, namesTheActiveWindowWithProcessAndTitle) {
     const auto editor = startMousepad();
     EXPECT_TRUE(awaitActive([](const auto& window) { return window.title.contains(u"text.txt"_s); }));
     EXPECT_FALSE(session.activeWindow()->dialog);
-    ASSERT_TRUE(session.activeFrame());
+    ASSERT_TRUE(awaitThat([&] { return session.activeFrame().has_value(); }));
     EXPECT_GT(session.activeFrame()->width, 100);
 }
 

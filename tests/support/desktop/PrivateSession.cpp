@@ -6,6 +6,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QUuid>
+#include <algorithm>
 #include <csignal>
 #include <stdexcept>
 #include <sys/syscall.h>
@@ -30,6 +31,32 @@ void makeDirectory(const QString& path) {
 bool hasWindowManager(const XConnection& x) {
     const auto check = x.numbers(x.root(), "_NET_SUPPORTING_WM_CHECK");
     return !check.empty() && !x.numbers(check.front(), "_NET_SUPPORTING_WM_CHECK").empty();
+}
+
+/// Window managers announce themselves before they listen, and a window that comes in between is lost on
+/// them: shows a window again and again until it is managed.
+bool awaitManaging(const XConnection& x, const QDeadlineTimer& deadline) {
+    const auto probe = xcb_generate_id(x.get());
+    xcb_create_window(x.get(), XCB_COPY_FROM_PARENT, probe, x.root(), 0, 0, 10, 10, 0,
+                      XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, 0, nullptr);
+    x.select(x.root(), XCB_EVENT_MASK_PROPERTY_CHANGE);
+    const auto isManaged = [&] {
+        const auto managed = x.numbers(x.root(), "_NET_CLIENT_LIST");
+        return std::ranges::find(managed, probe) != managed.end();
+    };
+    constexpr std::chrono::milliseconds attempt{100};
+    bool managed = false;
+    while (!managed && !deadline.hasExpired()) {
+        xcb_map_window(x.get(), probe);
+        x.synchronize();
+        managed = x.await(isManaged, {}, QDeadlineTimer(attempt));
+        if (!managed) {
+            xcb_unmap_window(x.get(), probe);
+        }
+    }
+    xcb_destroy_window(x.get(), probe);
+    x.synchronize();
+    return managed && x.await([&] { return !isManaged(); }, {}, deadline);
 }
 
 bool hasCompositor(const XConnection& x) {
@@ -118,7 +145,8 @@ void PrivateSession::startWindowManager(WindowManager which) {
         windowManager = start(QStringLiteral("kwin_x11"), {QStringLiteral("--no-kactivities")});
         break;
     }
-    if (!x.await([&x] { return hasWindowManager(x); }, {}, QDeadlineTimer(patience))) {
+    if (!x.await([&x] { return hasWindowManager(x); }, {}, QDeadlineTimer(patience)) ||
+        !awaitManaging(x, QDeadlineTimer(patience))) {
         fail(u"the window manager did not start: " % QString::fromUtf8(windowManager->standardError()));
     }
 }

@@ -94,6 +94,7 @@ void FocusedWindow::become(xcb_window_t window) {
         return;
     }
     select(connection, window, followedEvents);
+    askPlace(); // first, so that it is known when the window is announced
     ++questions;
     askDetails([this](const session::ActiveWindow& details) {
         if (details.handle == followed) {
@@ -101,7 +102,6 @@ void FocusedWindow::become(xcb_window_t window) {
         }
         answered();
     });
-    askPlace();
 }
 
 /// Gathers the answers about one window.
