@@ -2,7 +2,6 @@
 
 #include "unit/updates/FeedText.h"
 
-#include <QElapsedTimer>
 #include <gmock/gmock.h>
 
 namespace orvantile::platform::desktop {
@@ -131,12 +130,34 @@ TEST(AppcastTest, refusesDocumentTypesAndSoEveryEntityBomb) {
     }
 }
 
-TEST(AppcastTest, survivesDeepNestingAndCountlessAttributes) {
+TEST(AppcastTest, survivesDeepNesting) {
     constexpr int depth = 150'000;
     const QByteArray deep = QByteArray("<a>").repeated(depth) + QByteArray("</a>").repeated(depth);
     EXPECT_TRUE(readAppcast(feedText(deep)));
     EXPECT_TRUE(readAppcast(feedText("<item><description>" + deep + "</description></item>")));
     EXPECT_FALSE(readAppcast(feedText(QByteArray("<a>").repeated(depth))));
+}
+
+TEST(AppcastTest, refusesTagsWithCountlessAttributes) {
+    const auto crowded = [](int count) {
+        QByteArray tag = "<item";
+        for (int number = 0; number < count; ++number) {
+            tag += " a" + QByteArray::number(number) + "='>'";
+        }
+        return feedText(tag + "/>");
+    };
+    EXPECT_TRUE(readAppcast(crowded(64)));
+    EXPECT_FALSE(readAppcast(crowded(65)));
+    EXPECT_FALSE(readAppcast(crowded(100'000)));
+}
+
+TEST(AppcastTest, takesQuotesOutsideOfTagsForWhatTheyAre) {
+    const auto quotes = QByteArray("=\"'\"' > ").repeated(100);
+    EXPECT_TRUE(
+        readAppcast(feedText("<item><description><![CDATA[<p " + quotes + "]]></description></item>")));
+    EXPECT_TRUE(readAppcast(feedText("<item><description>" + quotes + "</description></item>")));
+    EXPECT_TRUE(readAppcast(feedText("<!-- <p " + quotes + " -->")));
+    EXPECT_FALSE(readAppcast(feedText(QByteArray(1, '\0'))));
 }
 
 } // namespace

@@ -1,5 +1,7 @@
 #include "platform/linux/desktop/updates/Appcast.h"
 
+#include "platform/linux/desktop/updates/TagScan.h"
+
 #include <QXmlStreamReader>
 
 namespace orvantile::platform::desktop {
@@ -9,6 +11,8 @@ using Qt::StringLiterals::operator""_s;
 namespace {
 
 constexpr QStringView updateNamespace = u"http://www.andymatuschak.org/xml-namespaces/sparkle";
+
+constexpr int mostAttributes = 64;
 
 /// Reads one feed. Every loop ends at the first error of the reader.
 class AppcastReader {
@@ -142,7 +146,7 @@ private:
 } // namespace
 
 std::optional<std::vector<AppcastItem>> readAppcast(const QByteArray& feed) {
-    return AppcastReader(feed).read();
+    return hasOrdinaryTags(feed, mostAttributes) ? AppcastReader(feed).read() : std::nullopt;
 }
 
 } // namespace orvantile::platform::desktop

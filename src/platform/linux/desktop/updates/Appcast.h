@@ -32,8 +32,8 @@ struct AppcastItem {
 
 /// The releases of an RSS 2.0 feed in the order of the feed, with the elements and attributes of the
 /// namespace "http://www.andymatuschak.org/xml-namespaces/sparkle". Items without a version are left out.
-/// Nothing when `feed` is not well-formed, is no RSS 2.0 or has a document type declaration: a feed needs no
-/// entities of its own. Any thread.
+/// Nothing when `feed` is not well-formed, is no RSS 2.0 or has a document type declaration (a
+/// feed needs no entities of its own) or a tag with more than 64 attributes. Any thread.
 [[nodiscard]] std::optional<std::vector<AppcastItem>> readAppcast(const QByteArray& feed);
 
 } // namespace orvantile::platform::desktop

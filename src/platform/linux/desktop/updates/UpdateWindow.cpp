@@ -1,8 +1,9 @@
 #include "platform/linux/desktop/updates/UpdateWindow.h"
 
 #include <QCloseEvent>
+#include <QCoreApplication>
+#include <QDir>
 #include <QGridLayout>
-#include <QGuiApplication>
 #include <QHBoxLayout>
 #include <QIcon>
 #include <QKeyEvent>
@@ -26,11 +27,23 @@ constexpr int notesHeight = 200;
 constexpr int iconSize = 64;
 constexpr int margin = 20;
 constexpr int smallGap = 6;
+constexpr int buttonGap = 8;
+constexpr int buttonPadding = 24;
+constexpr int notesMargin = 8;
+constexpr int notesIndent = 18;
 
 /// Widgets belong to their window from the start.
 template <typename Widget>
 Widget* make(QWidget* parent) {
     return std::make_unique<Widget>(parent).release();
+}
+
+/// The theme knows the icon of a usual installation; one elsewhere has it beside the program.
+QIcon programIcon() {
+    static const auto name = u"org.orvantile.Orvantile"_s;
+    const QDir programs(QCoreApplication::applicationDirPath());
+    return QIcon::fromTheme(
+        name, QIcon(programs.filePath(u"../share/icons/hicolor/128x128/apps/"_s % name % u".png")));
 }
 
 void fill(QTextEdit& view, const ReleaseNotes& notes) {
@@ -74,9 +87,9 @@ UpdateWindow::UpdateWindow(std::function<void()> closed_)
     setObjectName(u"updateWindow"_s);
 
     auto* const icon = make<QLabel>(this);
-    icon->setPixmap(QIcon::fromTheme(u"org.orvantile.Orvantile"_s, QGuiApplication::windowIcon())
-                        .pixmap(QSize(iconSize, iconSize), devicePixelRatioF()));
+    icon->setPixmap(programIcon().pixmap(QSize(iconSize, iconSize), devicePixelRatioF()));
     icon->setFixedSize(iconSize, iconSize);
+    setWindowIcon(programIcon());
 
     auto large = font();
     large.setPointSizeF(large.pointSizeF() * 1.25);
@@ -94,6 +107,8 @@ UpdateWindow::UpdateWindow(std::function<void()> closed_)
     notesView->setReadOnly(true);
     notesView->setFixedHeight(notesHeight);
     notesView->setTabChangesFocus(true);
+    notesView->document()->setDocumentMargin(notesMargin);
+    notesView->document()->setIndentWidth(notesIndent);
     notesView->setAccessibleName(u"Release notes"_s);
 
     auto columnLayout = std::make_unique<QVBoxLayout>();
@@ -105,6 +120,7 @@ UpdateWindow::UpdateWindow(std::function<void()> closed_)
     columnLayout->addWidget(notesView);
     columnLayout->addStretch();
     auto rowLayout = std::make_unique<QHBoxLayout>();
+    rowLayout->setSpacing(buttonGap);
     rowLayout->addStretch();
     buttonRow = rowLayout.get();
 
@@ -172,6 +188,7 @@ void UpdateWindow::setButtons(const std::vector<UpdateButton>& wanted) {
         auto* const button = make<QPushButton>(this);
         button->setText(name);
         button->setAutoDefault(true);
+        button->setMinimumWidth(button->fontMetrics().horizontalAdvance(name) + buttonPadding);
         connect(button, &QPushButton::clicked, button, action);
         buttonRow->addWidget(button);
         button->show();
