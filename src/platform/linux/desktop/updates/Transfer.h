@@ -42,7 +42,7 @@ private:
     void drop();
 
     struct DeleteLater {
-        void operator()(QNetworkReply* reply) const { reply->deleteLater(); }
+        void operator()(QNetworkReply* ended) const { ended->deleteLater(); }
     };
 
     QNetworkAccessManager& network;
