@@ -2,6 +2,7 @@
 
 #include "hud/HUDHostingView.h"
 #include "hud/HUDView.h"
+#include "hud/LabelFont.h"
 
 #include <utility>
 
@@ -25,7 +26,9 @@ const std::shared_ptr<HUDController>& HUDController::shared() {
 
 HUDController::HUDController(platform::Platform& platform_, Settings& settings_)
     : platform(platform_),
-      settings(settings_) {}
+      settings(settings_) {
+    prewarmLabelFont(); // the first HUD is to be as quick as the next
+}
 
 void HUDController::createPanel() {
     platform::PanelAttributes attributes;

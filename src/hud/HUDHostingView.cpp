@@ -1,7 +1,6 @@
 #include "hud/HUDHostingView.h"
 
-#include <QPainter>
-#include <cmath>
+#include <algorithm>
 #include <utility>
 
 namespace orvantile {
@@ -20,13 +19,22 @@ QString HUDHostingView::title() const {
 }
 
 void HUDHostingView::prepare(const platform::Rect& frame, double scale) {
-    const QSize pixels(static_cast<int>(std::ceil(frame.width * scale)),
-                       static_cast<int>(std::ceil(frame.height * scale)));
-    picture = QImage(pixels, QImage::Format_ARGB32_Premultiplied);
-    picture.setDevicePixelRatio(scale);
-    picture.fill(Qt::transparent);
-    QPainter painter(&picture);
-    view.paint(painter);
+    platform::BackdropPicture behind = platform::NoBackdrop{};
+    if (view.translucent) {
+        behind = VisualEffectBackground::blurred(backdrop.behind(frame), scale);
+    }
+    compositorBlurs = std::holds_alternative<platform::CompositorBlurs>(behind);
+    picture = view.picture(scale, behind, {0, 0, frame.width, frame.height});
+}
+
+QPainterPath HUDHostingView::blurRegion() const {
+    QPainterPath region;
+    if (compositorBlurs) {
+        const auto capsule = view.capsule();
+        const double radius = std::min(capsule.width(), capsule.height()) / 2;
+        region.addRoundedRect(capsule, radius, radius);
+    }
+    return region;
 }
 
 platform::PanelFrame HUDHostingView::frameAt(double elapsed) const {

@@ -7,14 +7,16 @@
 namespace orvantile {
 
 /// A `HUDView` as the content of a panel: draws it once per display and leaves the entrance to scaling and
-/// fading that picture.
+/// fading that picture. Main thread only.
 class HUDHostingView final : public platform::PanelContent {
 public:
+    /// `backdrop` outlives this.
     HUDHostingView(HUDView view, platform::Backdrop& backdrop);
 
     [[nodiscard]] platform::Size fittingSize() const override;
     [[nodiscard]] QString title() const override;
     void prepare(const platform::Rect& frame, double scale) override;
+    [[nodiscard]] QPainterPath blurRegion() const override;
     [[nodiscard]] platform::PanelFrame frameAt(double elapsed) const override;
 
 private:
@@ -22,6 +24,7 @@ private:
     platform::Backdrop& backdrop;
     platform::Size size;
     QImage picture;
+    bool compositorBlurs = false; ///< behind the latest picture
 };
 
 } // namespace orvantile

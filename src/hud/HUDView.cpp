@@ -1,9 +1,11 @@
 #include "hud/HUDView.h"
 
+#include "hud/CapsuleLayers.h"
+#include "hud/DropShadow.h"
+#include "hud/EaseOut.h"
 #include "hud/Spring.h"
+#include "hud/TextLabel.h"
 
-#include <QFont>
-#include <QFontMetricsF>
 #include <algorithm>
 #include <cmath>
 
@@ -13,35 +15,64 @@ namespace {
 constexpr QMarginsF outerPadding(28, 22, 28, 36);
 constexpr Spring popSpring(0.42, 0.62);
 constexpr double popFrom = 0.6;
+constexpr double popTolerance = 0.001; // of the way; less than a pixel of any label
 constexpr double fadeSeconds = 0.14;
 
-QFont labelFont(double fontSize) {
-    QFont font;
-    font.setPixelSize(std::max(1, static_cast<int>(std::lround(fontSize))));
-    font.setWeight(QFont::DemiBold);
-    font.setHintingPreference(QFont::PreferNoHinting);
-    return font;
+QImage transparentImage(const QSize& pixels, double scale) {
+    QImage image(pixels, QImage::Format_ARGB32_Premultiplied);
+    image.setDevicePixelRatio(scale);
+    image.fill(Qt::transparent);
+    return image;
 }
 
-QSizeF labelSize(const HUDView& view) {
-    const QFontMetricsF metrics(labelFont(view.fontSize));
-    return metrics.size(0, view.text.isEmpty() ? QStringLiteral(" ") : view.text);
+/// The nearest device pixels.
+QRect pixelsOf(const QRectF& points, double scale) {
+    const QPoint topLeft(qRound(points.left() * scale), qRound(points.top() * scale));
+    const QPoint end(qRound(points.right() * scale), qRound(points.bottom() * scale));
+    return {topLeft, end - QPoint(1, 1)};
 }
 
-/// CSS and the toolkits agree on this curve for ease-out: cubic Bézier (0, 0, 0.58, 1).
-double easeOut(double progress) {
-    const double x2 = 0.58;
-    double low = 0;
-    double high = 1;
-    for (int i = 0; i < 40; ++i) {
-        const double t = (low + high) / 2;
-        const double x = 3 * (1 - t) * t * t * x2 + t * t * t;
-        (x < progress ? low : high) = t;
+QRectF pointsOf(const QRect& pixels, double scale) {
+    return {QPointF(pixels.topLeft()) / scale, QSizeF(pixels.size()) / scale};
+}
+
+/// What is cut to the capsule: the background, the label and the light on them.
+void paintContents(QPainter& painter, const HUDView& view, const TextLabel& label, const QRectF& area,
+                   const QPointF& backdropOrigin, const platform::BackdropPicture& blurred) {
+    const bool dark = view.darkMode;
+    painter.setRenderHints(QPainter::Antialiasing | QPainter::TextAntialiasing);
+    if (view.translucent) {
+        const VisualEffectBackground background{.material = Material::hudWindow,
+                                                .blendingMode = view.blendingMode,
+                                                .appearance = dark ? MaterialAppearance::darkAqua
+                                                                   : MaterialAppearance::aqua};
+        painter.translate(backdropOrigin);
+        background.paint(painter, area.translated(-backdropOrigin), blurred);
+        painter.translate(-backdropOrigin);
+        painter.fillRect(area, dark ? black(0.55) : white(0.4));
+    } else {
+        painter.fillRect(area, dark ? black(view.flatOpacity) : white(view.flatOpacity));
     }
-    return 3 * (1 - low) * low * low + low * low * low;
+    painter.setPen(dark ? white(1) : black(0.85));
+    label.draw(painter, area.center() - QPointF(label.size().width(), label.size().height()) / 2);
+    if (view.translucent) {
+        paintSpecular(painter, area);
+        paintInnerShadow(painter, area, dark);
+        paintCatchLight(painter, area, dark);
+        paintRimStroke(painter, area, dark);
+    }
+    clipToCapsule(painter, area);
 }
 
 } // namespace
+
+double HUDView::horizontalPadding() const {
+    return std::max(1.1 * fontSize, 22.0);
+}
+
+double HUDView::verticalPadding() const {
+    return std::max(0.55 * fontSize, 12.0);
+}
 
 platform::Size HUDView::fittingSize() const {
     const auto inner = capsule();
@@ -50,36 +81,80 @@ platform::Size HUDView::fittingSize() const {
 }
 
 QRectF HUDView::capsule() const {
-    const auto label = labelSize(*this);
-    return {outerPadding.left(), outerPadding.top(), label.width() + 2 * std::max(1.1 * fontSize, 22.0),
-            label.height() + 2 * std::max(0.55 * fontSize, 12.0)};
+    return capsuleFor(TextLabel(text, fontSize).size());
 }
 
-void HUDView::paint(QPainter& painter, const QImage&) const {
-    const auto area = capsule();
-    const int tone = darkMode ? 0 : 255;
-    QColor background(tone, tone, tone);
-    background.setAlphaF(static_cast<float>(flatOpacity));
-    painter.setRenderHints(QPainter::Antialiasing | QPainter::TextAntialiasing);
-    painter.setPen(Qt::NoPen);
-    painter.setBrush(background);
-    painter.drawRoundedRect(area, area.height() / 2, area.height() / 2);
-    QColor ink(Qt::white);
-    if (!darkMode) {
-        ink = Qt::black;
-        ink.setAlphaF(0.85F);
+QRectF HUDView::capsuleFor(const QSizeF& label) const {
+    return {outerPadding.left(), outerPadding.top(), label.width() + 2 * horizontalPadding(),
+            label.height() + 2 * verticalPadding()};
+}
+
+QImage HUDView::picture(double scale, const platform::BackdropPicture& blurred, const QRectF& part) const {
+    const TextLabel label(text, fontSize);
+    const auto canvas = pixelsOf(part, scale);
+    const auto whole = pixelsOf(capsuleFor(label.size()), scale);
+    const auto seen = whole & canvas;
+    auto image = transparentImage(canvas.size(), scale);
+    if (seen.isEmpty()) {
+        return image;
     }
-    painter.setPen(ink);
-    painter.setFont(labelFont(fontSize));
-    painter.drawText(area, Qt::AlignCenter, text);
+    const auto area = pointsOf(whole, scale);
+    const auto origin = pointsOf(canvas, scale).topLeft();
+    const auto corner = pointsOf(seen, scale).topLeft();
+
+    auto contents = transparentImage(seen.size(), scale);
+    QPainter contentsPainter(&contents);
+    contentsPainter.translate(-corner);
+    paintContents(contentsPainter, *this, label, area, origin, blurred);
+    contentsPainter.end();
+
+    QPainter painter(&image);
+    painter.translate(-origin);
+    const DropShadow shadow{.opacity = darkMode ? 0.45 : 0.25};
+    if (translucent) {
+        shadow.paint(painter, area, scale);
+        if (std::holds_alternative<platform::CompositorBlurs>(blurred)) {
+            // The shadow of glass does not fall on what is seen through it.
+            painter.setRenderHint(QPainter::Antialiasing);
+            painter.setCompositionMode(QPainter::CompositionMode_DestinationOut);
+            painter.setPen(Qt::NoPen);
+            painter.setBrush(Qt::black);
+            const double radius = std::min(area.width(), area.height()) / 2;
+            painter.drawRoundedRect(area, radius, radius);
+            painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
+        }
+    } else {
+        shadow.paint(painter, corner, contents, scale);
+    }
+    painter.drawImage(corner, contents);
+    return image;
+}
+
+void HUDView::paint(QPainter& painter, const QImage& blurred, double elapsed) const {
+    const auto size = fittingSize();
+    const QRectF whole(0, 0, size.width, size.height);
+    const auto behind = blurred.isNull() ? platform::BackdropPicture(platform::NoBackdrop{})
+                                         : platform::BackdropPicture(blurred);
+    const auto entrance = entranceAt(elapsed);
+    painter.save();
+    painter.setOpacity(painter.opacity() * entrance.opacity);
+    if (entrance.scale != 1) {
+        painter.setRenderHint(QPainter::SmoothPixmapTransform);
+        painter.translate(whole.center());
+        painter.scale(entrance.scale, entrance.scale);
+        painter.translate(-whole.center());
+    }
+    painter.drawImage(QPointF(), picture(painter.device()->devicePixelRatioF(), behind, whole));
+    painter.restore();
 }
 
 HUDView::Entrance HUDView::entranceAt(double elapsed) const {
     if (popAnimation) {
+        if (elapsed >= popSpring.settlingTime(popTolerance)) {
+            return {};
+        }
         const double position = popSpring.positionAt(elapsed);
-        const bool settled = elapsed >= popSpring.settlingTime(0.001);
-        return {settled ? 1.0 : popFrom + (1 - popFrom) * position,
-                settled ? 1.0 : std::clamp(position, 0.0, 1.0), settled};
+        return {popFrom + (1 - popFrom) * position, std::clamp(position, 0.0, 1.0), false};
     }
     const double progress = std::clamp(elapsed / fadeSeconds, 0.0, 1.0);
     return {1, easeOut(progress), progress >= 1};

@@ -1,20 +1,18 @@
 #pragma once
 
+#include "hud/VisualEffectBackground.h"
+#include "platform/Backdrop.h"
 #include "platform/Geometry.h"
 
 #include <QImage>
 #include <QPainter>
 #include <QString>
+#include <limits>
 
 namespace orvantile {
 
-/// How glass blends with what lies behind it.
-enum class BlendingMode {
-    behindWindow = 0, ///< blurs the desktop behind the panel
-    withinWindow = 1, ///< blurs what the same window shows behind the view
-};
-
-/// One HUD: a label in a capsule, as a value. All lengths are in points.
+/// One HUD: a label in a capsule of glass or of flat colour, as a value. All lengths are in points, y grows
+/// downwards. Main thread only.
 struct HUDView {
     QString text; ///< drawn exactly as passed; one line unless it contains line breaks
     double fontSize = 22;
@@ -31,17 +29,30 @@ struct HUDView {
         bool settled = true;
     };
 
+    /// Long after the entrance.
+    static constexpr double settled = std::numeric_limits<double>::infinity();
+
     /// The size the view takes, with the transparent margin that its shadow needs.
     [[nodiscard]] platform::Size fittingSize() const;
 
-    /// The capsule inside a view of the fitting size; y grows downwards.
+    /// The capsule inside a view of the fitting size.
     [[nodiscard]] QRectF capsule() const;
 
-    /// Paints the view with its top left corner at the origin, as it looks when it has entered. `backdrop` is
-    /// the blurred picture of what lies behind the whole view, or null.
-    void paint(QPainter& painter, const QImage& backdrop = QImage()) const;
+    /// `part` of the view in a picture of `scale` device pixels per point, as it looks when it has entered.
+    /// `blurred`: what lies behind `part`, as `VisualEffectBackground::blurred` gives it.
+    [[nodiscard]] QImage picture(double scale, const platform::BackdropPicture& blurred,
+                                 const QRectF& part) const;
+
+    /// Paints the view with its top left corner at the origin, `elapsed` seconds after it has appeared.
+    /// `blurred`: the blurred picture of what lies behind the whole view, or null.
+    void paint(QPainter& painter, const QImage& blurred = QImage(), double elapsed = settled) const;
 
     [[nodiscard]] Entrance entranceAt(double elapsed) const;
+
+private:
+    [[nodiscard]] double horizontalPadding() const;
+    [[nodiscard]] double verticalPadding() const;
+    [[nodiscard]] QRectF capsuleFor(const QSizeF& label) const;
 };
 
 } // namespace orvantile
