@@ -1,18 +1,13 @@
 #include "app/AppDelegate.h"
 #include "platform/Platform.h"
 #include "platform/Startup.h"
+#include "preferences/PreferencesWindow.h"
+#include "settings/Settings.h"
 
 #include <QApplication>
 #include <QTextStream>
 #include <cstdlib>
-
-namespace {
-
-class NoPreferences final : public orvantile::PresentableWindow {
-    void present() override {}
-};
-
-} // namespace
+#include <memory>
 
 int main(int argc, char* argv[]) {
     using namespace orvantile;
@@ -30,8 +25,8 @@ int main(int argc, char* argv[]) {
 
     platform::Platform::install(platform::makePlatform());
     auto& desktop = platform::Platform::current();
-    const auto delegate =
-        std::make_shared<AppDelegate>(desktop, [] { return std::make_unique<NoPreferences>(); });
+    const auto delegate = std::make_shared<AppDelegate>(
+        desktop, [&desktop] { return std::make_unique<PreferencesWindow>(Settings::shared(), desktop); });
     desktop.scheduler->runLater([delegate] { delegate->applicationDidFinishLaunching(); });
     return QApplication::exec();
 }

@@ -1,0 +1,35 @@
+#include "preferences/PermissionRow.h"
+
+#include "preferences/Localized.h"
+
+namespace orvantile {
+namespace {
+
+constexpr double recheckSeconds = 0.5;
+
+} // namespace
+
+PermissionRow::PermissionRow(platform::Platform& platform_) : platform(platform_) {
+    refresh();
+    addLeading(symbol);
+    addControl(button);
+    connect(&button, &QPushButton::clicked, this, [this] { act(); });
+}
+
+void PermissionRow::refresh() {
+    trusted = platform.accessibility->isProcessTrusted();
+    symbol.setGood(trusted);
+    setText(localized(trusted ? "Accessibility access granted" : "Accessibility access required"));
+    button.setText(localized(trusted ? "Re-check" : "Open System Settings…"));
+    button.updateGeometry();
+}
+
+void PermissionRow::act() {
+    if (!trusted) {
+        platform.accessibility->promptForTrust();
+        platform.workspace->openAccessibilitySettings();
+    }
+    checks.push_back(platform.scheduler->runAfter(recheckSeconds, [this] { refresh(); }));
+}
+
+} // namespace orvantile

@@ -1,0 +1,32 @@
+#pragma once
+
+#include "platform/Platform.h"
+#include "preferences/controls/FormRow.h"
+#include "preferences/controls/PushButton.h"
+#include "preferences/controls/StatusSymbol.h"
+
+#include <memory>
+#include <vector>
+
+namespace orvantile {
+
+/// Says whether the program may observe other applications and helps to allow it. The state is read when
+/// `refresh` is called and half a second after each press of the button; nothing polls.
+class PermissionRow final : public FormRow {
+public:
+    explicit PermissionRow(platform::Platform& platform);
+
+    void refresh();
+
+private:
+    void act();
+
+    platform::Platform& platform;
+    bool trusted = false;
+    StatusSymbol symbol;
+    PushButton button{QString()};
+    std::vector<std::unique_ptr<platform::Scheduled>>
+        checks; ///< one for each press, as long as the row lives
+};
+
+} // namespace orvantile

@@ -1,0 +1,17 @@
+#include "preferences/controls/Footnote.h"
+
+#include "preferences/controls/FormMetrics.h"
+#include "preferences/controls/Typography.h"
+
+namespace orvantile {
+
+Footnote::Footnote(const QString& text) {
+    setFont(footnoteFont());
+    setWordWrap(true);
+    setTextFormat(Qt::PlainText);
+    setContentsMargins(rowPadding, 0, rowPadding, rowTextMargin + 2);
+    setForegroundRole(QPalette::PlaceholderText);
+    setText(text);
+}
+
+} // namespace orvantile
