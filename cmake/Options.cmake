@@ -3,6 +3,7 @@
 
 option(ORVANTILE_TESTS "Build the tests" ON)
 option(ORVANTILE_BENCH "Build the benchmarks" OFF)
+option(ORVANTILE_DEMO "Build the demonstration on a private desktop" OFF)
 option(ORVANTILE_FUZZ "Build the fuzz targets with libFuzzer (clang only)" OFF)
 option(ORVANTILE_COVERAGE "Instrument for coverage" OFF)
 set(ORVANTILE_SANITIZERS "" CACHE STRING "Sanitizers to build with, such as address,undefined")
