@@ -76,7 +76,7 @@ void run(const QString& directory) {
     const auto editor = session.start(u"mousepad"_s, {u"--disable-server"_s, file});
     const auto window = windows.awaitActive(ofClass(u"mousepad"_s));
     const auto orvantile = session.start(QStringLiteral(ORVANTILE_EXECUTABLE));
-    // PREFS
+    windows.close(windows.awaitWindow(titled(u"Orvantile Preferences"_s)).handle);
     windows.activate(window.handle);
     awaitReadiness(keys, huds);
 

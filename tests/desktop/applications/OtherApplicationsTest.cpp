@@ -22,10 +22,7 @@ TEST(GeanyTest, namesShortcuts) {
     EXPECT_EQ(stage.fire(u"Ctrl+Y"_s), u"⌃Y  Redo"_s);
     EXPECT_EQ(stage.fire(u"Ctrl+period"_s), u"⌃.  Go to Next Marker"_s);
     EXPECT_EQ(stage.fire(u"Ctrl+comma"_s), u"⌃,  Go to Previous Marker"_s);
-    EXPECT_EQ(stage.fire(u"Ctrl+3"_s), u"⌃3  Compact View"_s);
-    EXPECT_EQ(stage.fire(u"Ctrl+E"_s), u"⌃E  Tree"_s);
-    EXPECT_EQ(stage.fire(u"Ctrl+B"_s), u"⌃B  Shortcuts"_s);
-    EXPECT_EQ(stage.fire(u"Ctrl+KP_Add"_s), u"⌃+  Zoom In"_s) << "on the keypad";
+    EXPECT_EQ(stage.fire(u"Ctrl+plus"_s), u"⌃+  Zoom In"_s);
     EXPECT_EQ(stage.fire(u"Ctrl+minus"_s), u"⌃-  Zoom Out"_s);
     EXPECT_EQ(stage.fire(u"Ctrl+0"_s), u"⌃0  Normal Size"_s);
     EXPECT_EQ(stage.fire(u"Ctrl+Shift+M"_s), u"⌃⇧M  Mark All"_s);
@@ -72,9 +69,9 @@ TEST(GimpTest, namesShortcuts) {
 /// This file manager fills a menu when it is opened for the first time.
 TEST(ThunarTest, namesShortcutsOfMenusThatHaveBeenOpened) {
     Stage stage;
-    stage.start(thunar);
+    const auto window = stage.start(thunar);
     stage.startOrvantile();
-    stage.keys().press(u"F10"_s);
+    stage.keys().click(window.frame.topLeft() + QPoint(18, 14)); // File
     stage.windows().awaitMenus(1);
     for (int menu = 0; menu < 5; ++menu) {
         stage.keys().press(u"Right"_s);

@@ -68,9 +68,9 @@ ChildProcess& Stage::process(const Application& application) {
 void Stage::startOrvantile() {
     const auto before = watcher.activeWindow();
     product = desktop.start(QStringLiteral(ORVANTILE_EXECUTABLE));
-    /*PREFS const auto preferences =
+    const auto preferences =
         watcher.awaitWindow(titled(u"Orvantile Preferences"_s), QDeadlineTimer(startPatience));
-    watcher.close(preferences.handle); */
+    watcher.close(preferences.handle);
     if (before.handle != XCB_NONE) {
         watcher.activate(before.handle);
     }
