@@ -4,6 +4,7 @@
 #include "platform/linux/desktop/DesktopAppearance.h"
 #include "platform/linux/desktop/IniDefaults.h"
 #include "platform/linux/desktop/QtScheduler.h"
+#include "platform/linux/desktop/statusitem/LinuxStatusBar.h"
 #include "platform/linux/desktop/updates/LinuxUpdater.h"
 #include "platform/linux/x11/ServerLoss.h"
 #include "platform/linux/x11/XConnection.h"
@@ -51,6 +52,8 @@ std::unique_ptr<Platform> makePlatform() {
     platform->defaults = std::move(defaults);
     platform->appearance = std::make_unique<desktop::DesktopAppearance>();
     platform->sounds = std::make_unique<desktop::CanberraSounds>(desktop::SoundFolder::ofProgram());
+    platform->statusBar =
+        std::make_unique<desktop::LinuxStatusBar>(*platform->scheduler, *platform->appearance);
     platform->updater = std::make_unique<desktop::LinuxUpdater>();
     return platform;
 }
