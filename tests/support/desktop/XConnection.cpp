@@ -48,7 +48,9 @@ void XConnection::select(xcb_window_t window, std::uint32_t eventMask) const {
 std::vector<std::uint32_t> XConnection::numbers(xcb_window_t window, const char* property) const {
     const QByteArray raw = bytes(window, property);
     std::vector<std::uint32_t> values(static_cast<std::size_t>(raw.size()) / sizeof(std::uint32_t));
-    std::memcpy(values.data(), raw.constData(), values.size() * sizeof(std::uint32_t));
+    if (!values.empty()) {
+        std::memcpy(values.data(), raw.constData(), values.size() * sizeof(std::uint32_t));
+    }
     return values;
 }
 
