@@ -49,9 +49,11 @@ struct HUDView {
 
     [[nodiscard]] Entrance entranceAt(double elapsed) const;
 
-private:
+    /// Around the label, on each side.
     [[nodiscard]] double horizontalPadding() const;
     [[nodiscard]] double verticalPadding() const;
+
+private:
     [[nodiscard]] QRectF capsuleFor(const QSizeF& label) const;
 };
 

@@ -319,8 +319,13 @@ TEST_F(X11PanelTest, keepsItsSizeOverThousandsOfShows) {
     const auto open = descriptors();
     showSome(10000);
     EXPECT_EQ(descriptors(), open);
-    EXPECT_LT(residentMemory() - memory, 2048);
     std::printf("grown by %ld KiB over 10000 shows\n", residentMemory() - memory);
+#ifdef __SANITIZE_ADDRESS__
+    // The sanitizer keeps freed memory back to find uses of it.
+    std::printf("the limit on memory is not checked under AddressSanitizer\n");
+#else
+    EXPECT_LT(residentMemory() - memory, 2048);
+#endif
 }
 
 TEST_F(X11PanelTest, showsNoBlackBoxWhereTheCompositorRestsUnderAFullScreenWindow) {
