@@ -22,6 +22,9 @@ constexpr std::chrono::milliseconds settling{120};
 /// An application has usually followed a command by then.
 constexpr std::chrono::milliseconds followUp{150};
 
+/// How often a window of which nothing is known is read again at the most.
+constexpr std::chrono::milliseconds doubtInterval{2000};
+
 bool isDialog(std::uint32_t role) {
     const AccessibleRole known{role};
     return known == AccessibleRole::dialog || known == AccessibleRole::alert ||
@@ -227,8 +230,12 @@ const std::string* ApplicationMenus::toplevelOf(const session::ActiveWindow& win
 
 std::shared_ptr<const AccessibilityNode> ApplicationMenus::commandFor(const session::ActiveWindow& window,
                                                                       const keys::Candidates& candidates) {
-    const auto* toplevel = requests.isSilent() ? nullptr : toplevelOf(window);
+    if (requests.isSilent()) {
+        return nullptr;
+    }
+    const auto* toplevel = toplevelOf(window);
     if (toplevel == nullptr) {
+        doubt(nullptr);
         return nullptr;
     }
     for (const auto& candidate : candidates) {
@@ -238,7 +245,18 @@ std::shared_ptr<const AccessibilityNode> ApplicationMenus::commandFor(const sess
             return std::make_shared<MenuItemNode>(item->title, *item->accelerator);
         }
     }
+    doubt(toplevel);
     return nullptr;
+}
+
+void ApplicationMenus::doubt(const std::string* toplevel) {
+    const bool recently = doubted.isValid() && !doubted.hasExpired(doubtInterval.count());
+    if (recently || requests.isBusy() || (toplevel != nullptr && table.hasAccelerators(*toplevel))) {
+        return;
+    }
+    doubted.start();
+    readToplevels();
+    readWindowsLater();
 }
 
 void ApplicationMenus::stateChanged(sd_bus_message& message) {

@@ -6,6 +6,7 @@
 #include "platform/linux/a11y/RequestQueue.h"
 #include "platform/linux/a11y/Toplevel.h"
 
+#include <QElapsedTimer>
 #include <QTimer>
 #include <cstdint>
 #include <map>
@@ -49,6 +50,10 @@ private:
     void readEverything();
     void readWindowsLater();
 
+    /// A shortcut came while nothing is known of the window it went to: perhaps it was read too early, when
+    /// the application was still starting. Reads it again, now and then.
+    void doubt(const std::string* toplevel);
+
     void stateChanged(sd_bus_message& message);
     void nameChanged(sd_bus_message& message);
     void childrenChanged(sd_bus_message& message);
@@ -71,6 +76,7 @@ private:
     QTimer rereadFired;
     std::string fired;
     bool everRead = false;
+    QElapsedTimer doubted; ///< runs from the latest doubt
 };
 
 } // namespace orvantile::platform::a11y

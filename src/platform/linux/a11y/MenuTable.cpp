@@ -1,5 +1,7 @@
 #include "platform/linux/a11y/MenuTable.h"
 
+#include <algorithm>
+
 namespace orvantile::platform::a11y {
 
 MenuItem* MenuTable::insert(const std::string& path, const std::string& toplevel) {
@@ -41,6 +43,11 @@ const MenuItem* MenuTable::command(const std::string& toplevel, const keys::Acce
         }
     }
     return nullptr;
+}
+
+bool MenuTable::hasAccelerators(const std::string& toplevel) const {
+    return std::ranges::any_of(byAccelerator,
+                               [&](const auto& entry) { return entry.second->toplevel == toplevel; });
 }
 
 std::vector<std::string> MenuTable::accelerated() const {

@@ -44,6 +44,9 @@ public:
     [[nodiscard]] const MenuItem* command(const std::string& toplevel,
                                           const keys::Accelerator& accelerator) const;
 
+    /// Whether any item of the window has an accelerator.
+    [[nodiscard]] bool hasAccelerators(const std::string& toplevel) const;
+
     /// Paths of the items that have an accelerator.
     [[nodiscard]] std::vector<std::string> accelerated() const;
 
