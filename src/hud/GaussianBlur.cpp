@@ -15,19 +15,20 @@ using Row = std::vector<Pixel>;
 
 constexpr int boxes = 3;
 
-/// Radii of the boxes that in sequence have the variance of the Gaussian.
-std::array<int, boxes> boxRadii(double sigma) {
-    const double ideal = std::sqrt(12 * sigma * sigma / boxes + 1);
-    const int radius = std::max(static_cast<int>((ideal - 1) / 2), 0);
-    const double width = 2 * radius + 1;
-    const double missing = 12 * sigma * sigma - boxes * (width * width - 1);
-    const auto wider = std::clamp(std::lround(missing / (4 * width + 4)), 0L, static_cast<long>(boxes));
-    std::array<int, boxes> radii{};
-    for (int i = 0; i < boxes; ++i) {
-        radii.at(static_cast<std::size_t>(i)) = radius + (i < wider ? 1 : 0);
+/// A box with soft ends, so that it can have any variance.
+struct Box {
+    int radius = 0;         ///< of the pixels that count in full
+    std::uint32_t ends = 0; ///< how much the next one on each side counts, of 256
+    std::uint64_t unit = 0; ///< 2^32 divided by the sum of all weights
+    static constexpr int one = 256;
+
+    explicit Box(double variance) : radius(static_cast<int>((std::sqrt(12 * variance + 1) - 1) / 2)) {
+        const double r = radius;
+        const double soft = (2 * r + 1) * (3 * variance - r * (r + 1)) / (6 * ((r + 1) * (r + 1) - variance));
+        ends = static_cast<std::uint32_t>(std::lround(soft * one));
+        unit = (std::uint64_t{1} << 32U) / (static_cast<std::uint64_t>(2 * radius + 1) * one + 2 * ends);
     }
-    return radii;
-}
+};
 
 /// Sums of the four channels of some pixels.
 struct Sums {
@@ -54,30 +55,47 @@ struct Sums {
         }
         return pixel;
     }
+
+    /// With the pixels at the soft ends of the box.
+    [[nodiscard]] Pixel mean(const Box& box, Pixel before, Pixel after) const {
+        Pixel pixel = 0;
+        for (std::uint32_t i = 0; i < 4; ++i) {
+            const std::uint32_t both = ((before >> (8 * i)) & 255U) + ((after >> (8 * i)) & 255U);
+            const std::uint64_t sum = std::uint64_t{channels[i]} * Box::one + both * box.ends;
+            const auto mean = (sum * box.unit + (std::uint64_t{1} << 31U)) >> 32U;
+            pixel |= static_cast<Pixel>(std::min<std::uint64_t>(mean, 255)) << (8 * i);
+        }
+        return pixel;
+    }
 };
 
 std::uint32_t reciprocalOf(int count) {
     return (1U << 24U) / static_cast<std::uint32_t>(count);
 }
 
-/// Averages over the `radius` neighbours on each side, along a line of `count` pixels that are `step` apart.
-void blurLine(Pixel* line, int count, std::ptrdiff_t step, int radius, Row& scratch) {
-    const auto at = [&](int index) {
-        return scratch[static_cast<std::size_t>(std::clamp(index, 0, count - 1))];
-    };
-    scratch.resize(static_cast<std::size_t>(count));
+/// Averages over the box around each pixel, along a line of `count` pixels that are `step` apart.
+void blurLine(Pixel* line, int count, std::ptrdiff_t step, const Box& box, Row& scratch) {
+    // With the edges repeated, so that every box is full.
+    const int border = box.radius + 1;
+    scratch.resize(static_cast<std::size_t>(count + 2 * border));
     for (int i = 0; i < count; ++i) {
-        scratch[static_cast<std::size_t>(i)] = line[i * step];
+        scratch[static_cast<std::size_t>(border + i)] = line[i * step];
     }
+    std::fill_n(scratch.begin(), border, line[0]);
+    std::fill_n(scratch.end() - border, border, line[(count - 1) * step]);
+
     Sums sums;
-    for (int i = -radius; i <= radius; ++i) {
-        sums.add(at(i));
+    const auto* first = scratch.data(); // before the box
+    const auto* last = first + 2 * border;
+    for (const auto* pixel = first + 1; pixel != last; ++pixel) {
+        sums.add(*pixel);
     }
-    const auto reciprocal = reciprocalOf(2 * radius + 1);
-    for (int i = 0; i < count; ++i) {
-        line[i * step] = sums.mean(reciprocal);
-        sums.subtract(at(i - radius));
-        sums.add(at(i + radius + 1));
+    for (int i = 0; i < count; ++i, ++first, ++last) {
+        line[i * step] = sums.mean(box, *first, *last);
+        if (i + 1 < count) {
+            sums.add(*last);
+            sums.subtract(first[1]);
+        }
     }
 }
 
@@ -125,18 +143,19 @@ QImage gaussianBlurred(const QImage& picture, double sigma) {
         return picture;
     }
     const int factor = gaussianBlurReduction(sigma);
-    // Averaging squares has blurred a little already.
-    const double variance = std::pow(sigma / factor, 2) - (1 - 1.0 / (factor * factor)) / 12;
+    // Averaging squares and drawing the result with smooth scaling blur a little, too.
+    const double scaling = 0.25 * (1 - 1.0 / (factor * factor));
+    const Box box((std::pow(sigma / factor, 2) - scaling) / boxes);
     auto small = reduced(picture, factor);
     auto* pixels = reinterpret_cast<Pixel*>(small.bits());
     const std::ptrdiff_t stride = small.bytesPerLine() / static_cast<qsizetype>(sizeof(Pixel));
     Row scratch;
-    for (const int radius : boxRadii(std::sqrt(variance))) {
+    for (int pass = 0; pass < boxes; ++pass) {
         for (int y = 0; y < small.height(); ++y) {
-            blurLine(pixels + y * stride, small.width(), 1, radius, scratch);
+            blurLine(pixels + y * stride, small.width(), 1, box, scratch);
         }
         for (int x = 0; x < small.width(); ++x) {
-            blurLine(pixels + x, small.height(), stride, radius, scratch);
+            blurLine(pixels + x, small.height(), stride, box, scratch);
         }
     }
     return small;

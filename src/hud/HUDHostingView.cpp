@@ -23,18 +23,17 @@ void HUDHostingView::prepare(const platform::Rect& frame, double scale) {
     if (view.translucent) {
         behind = VisualEffectBackground::blurred(backdrop.behind(frame), scale);
     }
-    compositorBlurs = std::holds_alternative<platform::CompositorBlurs>(behind);
     picture = view.picture(scale, behind, {0, 0, frame.width, frame.height});
+    blurred = {};
+    if (std::holds_alternative<platform::CompositorBlurs>(behind)) {
+        const auto capsule = view.capsule();
+        const double radius = std::min(capsule.width(), capsule.height()) / 2;
+        blurred.addRoundedRect(capsule, radius, radius);
+    }
 }
 
 QPainterPath HUDHostingView::blurRegion() const {
-    QPainterPath region;
-    if (compositorBlurs) {
-        const auto capsule = view.capsule();
-        const double radius = std::min(capsule.width(), capsule.height()) / 2;
-        region.addRoundedRect(capsule, radius, radius);
-    }
-    return region;
+    return blurred;
 }
 
 platform::PanelFrame HUDHostingView::frameAt(double elapsed) const {

@@ -24,7 +24,7 @@ private:
     platform::Backdrop& backdrop;
     platform::Size size;
     QImage picture;
-    bool compositorBlurs = false; ///< behind the latest picture
+    QPainterPath blurred; ///< by a compositor
 };
 
 } // namespace orvantile
