@@ -50,7 +50,7 @@ void HUDController::show(const QString& text) {
     view.flatOpacity = settings.flatOpacity();
     view.blendingMode = BlendingMode::behindWindow;
 
-    auto content = std::make_shared<HUDHostingView>(std::move(view), *platform.backdrop);
+    auto content = std::make_shared<HUDHostingView>(std::move(view), *platform.backdrop, *platform.screens);
     panel->setContent(content);
     panel->setFrame(panelFrame(content->fittingSize()), true);
     panel->setAlpha(0);

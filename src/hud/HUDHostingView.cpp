@@ -1,13 +1,21 @@
 #include "hud/HUDHostingView.h"
 
 #include <algorithm>
+#include <cstdlib>
 #include <utility>
 
 namespace orvantile {
+namespace {
 
-HUDHostingView::HUDHostingView(HUDView view_, platform::Backdrop& backdrop_)
+constexpr int rounding = 2; // device pixels
+
+} // namespace
+
+HUDHostingView::HUDHostingView(HUDView view_, platform::Backdrop& backdrop_,
+                               const platform::Screens& screens_)
     : view(std::move(view_)),
       backdrop(backdrop_),
+      screens(screens_),
       size(this->view.fittingSize()) {}
 
 platform::Size HUDHostingView::fittingSize() const {
@@ -18,12 +26,44 @@ QString HUDHostingView::title() const {
     return view.text;
 }
 
-void HUDHostingView::prepare(const platform::Rect& frame, double scale) {
-    platform::BackdropPicture behind = platform::NoBackdrop{};
-    if (view.translucent) {
-        behind = VisualEffectBackground::blurred(backdrop.behind(frame), scale);
+platform::Rect HUDHostingView::onScreens(const platform::Rect& frame) const {
+    QRectF everything;
+    for (const auto& screen : screens.screens()) {
+        everything |= QRectF(screen.frame.x, screen.frame.y, screen.frame.width, screen.frame.height);
     }
-    picture = view.picture(scale, behind, {0, 0, frame.width, frame.height});
+    const auto seen = everything & QRectF(frame.x, frame.y, frame.width, frame.height);
+    return {seen.x(), seen.y(), seen.width(), seen.height()};
+}
+
+platform::BackdropPicture HUDHostingView::behind(const platform::Rect& visible, const QSize& pixels,
+                                                 double scale) {
+    if (!view.translucent) {
+        return platform::NoBackdrop{};
+    }
+    auto found = backdrop.behind(visible);
+    if (auto* image = std::get_if<QImage>(&found)) {
+        const auto missing = pixels - image->size();
+        if (std::max(std::abs(missing.width()), std::abs(missing.height())) > rounding) {
+            *image = image->scaled(pixels); // once blurred, nobody sees that some lies off the screens
+        }
+    }
+    return VisualEffectBackground::blurred(found, scale);
+}
+
+void HUDHostingView::prepare(const platform::Rect& frame, double scale) {
+    // A label may be far longer than the screens are wide, so only what the entrance brings onto them is
+    // drawn.
+    const auto visible = onScreens(frame);
+    const double smallest = std::min(view.entranceAt(0).scale, 1.0);
+    const QPointF centre(frame.width / 2, frame.height / 2);
+    const QRectF whole(0, 0, frame.width, frame.height);
+    const QRectF seen(visible.x - frame.x, frame.maxY() - visible.maxY(), visible.width, visible.height);
+    const QRectF part =
+        QRectF(centre + (seen.topLeft() - centre) / smallest, seen.size() / smallest).intersected(whole);
+    const auto pixels = QRectF(part.topLeft() * scale, part.size() * scale).toAlignedRect();
+    pictureOrigin = pixels.topLeft();
+    const auto behind = this->behind(visible, pixels.size(), scale);
+    picture = view.picture(scale, behind, {QPointF(pixels.topLeft()) / scale, QSizeF(pixels.size()) / scale});
     blurred = {};
     if (std::holds_alternative<platform::CompositorBlurs>(behind)) {
         const auto capsule = view.capsule();
@@ -38,7 +78,7 @@ QPainterPath HUDHostingView::blurRegion() const {
 
 platform::PanelFrame HUDHostingView::frameAt(double elapsed) const {
     const auto entrance = view.entranceAt(elapsed);
-    return {picture, entrance.scale, entrance.opacity, entrance.settled};
+    return {picture, entrance.scale, entrance.opacity, entrance.settled, pictureOrigin};
 }
 
 } // namespace orvantile

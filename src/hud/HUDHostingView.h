@@ -3,6 +3,7 @@
 #include "hud/HUDView.h"
 #include "platform/Backdrop.h"
 #include "platform/Panel.h"
+#include "platform/Screens.h"
 
 namespace orvantile {
 
@@ -10,8 +11,8 @@ namespace orvantile {
 /// fading that picture. Main thread only.
 class HUDHostingView final : public platform::PanelContent {
 public:
-    /// `backdrop` outlives this.
-    HUDHostingView(HUDView view, platform::Backdrop& backdrop);
+    /// `backdrop` and `screens` outlive this.
+    HUDHostingView(HUDView view, platform::Backdrop& backdrop, const platform::Screens& screens);
 
     [[nodiscard]] platform::Size fittingSize() const override;
     [[nodiscard]] QString title() const override;
@@ -20,10 +21,16 @@ public:
     [[nodiscard]] platform::PanelFrame frameAt(double elapsed) const override;
 
 private:
+    [[nodiscard]] platform::Rect onScreens(const platform::Rect& frame) const;
+    [[nodiscard]] platform::BackdropPicture behind(const platform::Rect& visible, const QSize& pixels,
+                                                   double scale);
+
     HUDView view;
     platform::Backdrop& backdrop;
+    const platform::Screens& screens;
     platform::Size size;
     QImage picture;
+    QPoint pictureOrigin; ///< within the panel, in device pixels
     QPainterPath blurred; ///< by a compositor
 };
 

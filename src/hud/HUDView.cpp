@@ -17,6 +17,7 @@ constexpr Spring popSpring(0.42, 0.62);
 constexpr double popFrom = 0.6;
 constexpr double popTolerance = 0.001; // of the way; less than a pixel of any label
 constexpr double fadeSeconds = 0.14;
+constexpr double shadowReach = 48; // points; blur and offset
 
 QImage transparentImage(const QSize& pixels, double scale) {
     QImage image(pixels, QImage::Format_ARGB32_Premultiplied);
@@ -93,9 +94,10 @@ QImage HUDView::picture(double scale, const platform::BackdropPicture& blurred, 
     const TextLabel label(text, fontSize);
     const auto canvas = pixelsOf(part, scale);
     const auto whole = pixelsOf(capsuleFor(label.size()), scale);
-    const auto seen = whole & canvas;
+    const int beyond = static_cast<int>(std::ceil(shadowReach * scale)); // casts its shadow into the picture
+    const auto seen = whole & canvas.adjusted(-beyond, -beyond, beyond, beyond);
     auto image = transparentImage(canvas.size(), scale);
-    if (seen.isEmpty()) {
+    if (canvas.isEmpty() || seen.isEmpty()) {
         return image;
     }
     const auto area = pointsOf(whole, scale);

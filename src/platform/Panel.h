@@ -4,6 +4,7 @@
 
 #include <QImage>
 #include <QPainterPath>
+#include <QPoint>
 #include <QString>
 #include <functional>
 #include <memory>
@@ -12,10 +13,11 @@ namespace orvantile::platform {
 
 /// How the content looks at one instant: its picture, scaled about its centre and faded.
 struct PanelFrame {
-    QImage image;        ///< the whole panel, premultiplied ARGB32, device pixel ratio set
+    QImage image;        ///< premultiplied ARGB32, device pixel ratio set
     double scale = 1;    ///< about the centre of the panel
     double opacity = 1;  ///< 0 to 1
     bool settled = true; ///< false while later instants look different
+    QPoint origin;       ///< where in the panel the picture begins, in device pixels
 };
 
 /// What a panel shows. The panel asks it for pictures; it never draws by itself.

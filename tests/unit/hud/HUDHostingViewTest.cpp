@@ -1,5 +1,7 @@
 #include "hud/HUDHostingView.h"
 
+#include "support/FakePlatform.h"
+
 #include <gmock/gmock.h>
 #include <vector>
 
@@ -24,20 +26,21 @@ public:
 class HUDHostingViewTest : public ::testing::Test {
 protected:
     RecordingBackdrop backdrop;
+    test::FakeScreens screens;
     const platform::Rect frame{100, 50, 200.5, 108.6};
 };
 
 TEST_F(HUDHostingViewTest, asksForTheBackdropOnlyWhenTranslucent) {
-    HUDHostingView flat({.text = u"x"_s, .translucent = false}, backdrop);
+    HUDHostingView flat({.text = u"x"_s, .translucent = false}, backdrop, screens);
     flat.prepare(frame, 1);
     EXPECT_THAT(backdrop.asked, IsEmpty());
-    HUDHostingView glass({.text = u"x"_s, .translucent = true}, backdrop);
+    HUDHostingView glass({.text = u"x"_s, .translucent = true}, backdrop, screens);
     glass.prepare(frame, 1);
     EXPECT_THAT(backdrop.asked, ElementsAre(frame));
 }
 
 TEST_F(HUDHostingViewTest, drawsAPictureOfThePanelAtEachScale) {
-    HUDHostingView content({.text = u"x"_s, .translucent = false}, backdrop);
+    HUDHostingView content({.text = u"x"_s, .translucent = false}, backdrop, screens);
     for (const double scale : {1.0, 1.25, 1.5, 2.0, 3.0}) {
         content.prepare(frame, scale);
         const auto image = content.frameAt(10).image;
@@ -50,7 +53,7 @@ TEST_F(HUDHostingViewTest, drawsAPictureOfThePanelAtEachScale) {
 
 TEST_F(HUDHostingViewTest, asksACompositorToBlurTheCapsuleOnly) {
     const HUDView view{.text = u"⌃S  Save"_s};
-    HUDHostingView content(view, backdrop);
+    HUDHostingView content(view, backdrop, screens);
     backdrop.answer = platform::CompositorBlurs{};
     const auto size = content.fittingSize();
     content.prepare({0, 0, size.width, size.height}, 1);
@@ -61,7 +64,7 @@ TEST_F(HUDHostingViewTest, asksACompositorToBlurTheCapsuleOnly) {
 }
 
 TEST_F(HUDHostingViewTest, leavesTheEntranceToTheFrames) {
-    HUDHostingView content({.text = u"x"_s, .popAnimation = true}, backdrop);
+    HUDHostingView content({.text = u"x"_s, .popAnimation = true}, backdrop, screens);
     content.prepare(frame, 1);
     const auto first = content.frameAt(0);
     EXPECT_DOUBLE_EQ(first.scale, 0.6);
@@ -70,8 +73,30 @@ TEST_F(HUDHostingViewTest, leavesTheEntranceToTheFrames) {
     EXPECT_TRUE(content.frameAt(10).settled);
 }
 
+TEST_F(HUDHostingViewTest, drawsOfALongLabelWhatTheEntranceBringsOntoTheScreens) {
+    HUDHostingView content({.text = u"m"_s.repeated(5000), .fontSize = 22}, backdrop, screens);
+    backdrop.answer = QImage(1000, 108, QImage::Format_RGB32);
+    const auto size = content.fittingSize();
+    ASSERT_GT(size.width, 50'000);
+    const platform::Rect place{500 - size.width / 2, 24, size.width, size.height};
+    content.prepare(place, 2);
+    const auto drawn = content.frameAt(10);
+    EXPECT_NEAR(drawn.image.width(), 2 * 1000 / 0.6, 4);
+    EXPECT_NEAR(drawn.origin.x(), 2 * (size.width / 2 - 500 / 0.6), 2);
+    EXPECT_EQ(drawn.origin.y(), 0);
+    ASSERT_EQ(backdrop.asked.size(), 1);
+    EXPECT_NEAR(backdrop.asked[0].x, 0, 1e-6);
+    EXPECT_NEAR(backdrop.asked[0].width, 1000, 1e-6);
+}
+
+TEST_F(HUDHostingViewTest, drawsNothingOfAPanelOffTheScreens) {
+    HUDHostingView content({.text = u"x"_s}, backdrop, screens);
+    content.prepare({5000, 5000, 100, 100}, 1);
+    EXPECT_TRUE(content.frameAt(10).image.isNull());
+}
+
 TEST_F(HUDHostingViewTest, saysItsWords) {
-    EXPECT_EQ(HUDHostingView({.text = u"⌃S  Save"_s}, backdrop).title(), u"⌃S  Save"_s);
+    EXPECT_EQ(HUDHostingView({.text = u"⌃S  Save"_s}, backdrop, screens).title(), u"⌃S  Save"_s);
 }
 
 } // namespace

@@ -26,7 +26,7 @@ void composePanel(QImage& target, const PanelFrame& frame, QSize panel, QPoint o
         painter.scale(frame.scale, frame.scale);
         painter.translate(panel.width() / -2.0, panel.height() / -2.0);
     }
-    painter.drawImage(QRectF(QPointF(), size), frame.image);
+    painter.drawImage(QRectF(frame.origin, size), frame.image);
 }
 
 } // namespace orvantile::platform::desktop
