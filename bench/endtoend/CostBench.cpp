@@ -49,7 +49,8 @@ int run(int rounds, int idleSeconds) {
     const double used = cpuSeconds(process);
     std::this_thread::sleep_for(std::chrono::seconds(idleSeconds));
     std::printf("idle for %d s: %lld wakeups, %.0f ms CPU\n", idleSeconds,
-                static_cast<long long>(wakeups(process) - woken), (cpuSeconds(process) - used) * 1000);
+                static_cast<long long>(wokenBetween(woken, wakeups(process))),
+                (cpuSeconds(process) - used) * 1000);
     const auto held = memory(process);
     std::printf("memory: RSS %.1f MiB, PSS %.1f MiB, private dirty %.1f MiB\n", held.resident,
                 held.proportional, held.privateDirty);

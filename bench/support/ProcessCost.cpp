@@ -41,14 +41,23 @@ double cpuSeconds(pid_t process) {
     return (fields[11].toDouble() + fields[12].toDouble()) / static_cast<double>(sysconf(_SC_CLK_TCK));
 }
 
-std::int64_t wakeups(pid_t process) {
-    std::int64_t sum = 0;
+Wakeups wakeups(pid_t process) {
+    Wakeups counts;
     const QDir tasks(folder(process) + u"task"_s);
     for (const auto& thread : tasks.entryList(QDir::Dirs | QDir::NoDotAndDotDot)) {
-        sum += static_cast<std::int64_t>(
+        counts[thread] = static_cast<std::int64_t>(
             field(contents(tasks.filePath(thread) + u"/status"_s), "voluntary_ctxt_switches:"));
     }
-    return sum;
+    return counts;
+}
+
+std::int64_t wokenBetween(const Wakeups& before, const Wakeups& after) {
+    std::int64_t woken = 0;
+    for (const auto& [thread, count] : after) {
+        const auto known = before.find(thread);
+        woken += count - (known == before.end() ? 0 : known->second);
+    }
+    return woken;
 }
 
 Memory memory(pid_t process) {

@@ -1,6 +1,8 @@
 #pragma once
 
+#include <QString>
 #include <cstdint>
+#include <map>
 #include <sys/types.h>
 
 namespace orvantile::bench {
@@ -8,8 +10,13 @@ namespace orvantile::bench {
 /// CPU time that the process has used so far, user and system, in seconds.
 [[nodiscard]] double cpuSeconds(pid_t process);
 
-/// How often the threads of the process have been woken so far (voluntary context switches).
-[[nodiscard]] std::int64_t wakeups(pid_t process);
+/// How often each thread of the process has been woken so far (voluntary context switches), by thread.
+using Wakeups = std::map<QString, std::int64_t>;
+
+[[nodiscard]] Wakeups wakeups(pid_t process);
+
+/// How often threads have been woken between the two; threads that have ended meanwhile do not count.
+[[nodiscard]] std::int64_t wokenBetween(const Wakeups& before, const Wakeups& after);
 
 /// Memory of a process, in MiB.
 struct Memory {
