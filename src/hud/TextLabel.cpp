@@ -34,7 +34,8 @@ TextLabel::TextLabel(const QString& text, double fontSize) {
     const auto font = labelFont(pixelSize);
     QTextOption option(Qt::AlignLeft | Qt::AlignAbsolute);
     option.setWrapMode(QTextOption::NoWrap);
-    layout.setText(withLineSeparators(text));
+    // Faces position whole letters better than letters and marks.
+    layout.setText(withLineSeparators(text.normalized(QString::NormalizationForm_C)));
     layout.setFont(font);
     layout.setTextOption(option);
     layout.setCacheEnabled(true);

@@ -110,6 +110,30 @@ TEST_P(CapsuleArithmetic, composesTheLayersInOrder) {
     }
 }
 
+TEST(Rim, isFaintestHalfWayDown) {
+    for (const bool dark : {true, false}) {
+        for (const int scale : {1, 2, 3}) {
+            const HUDView view{.text = u" "_s.repeated(10), .fontSize = 64, .darkMode = dark};
+            const auto size = view.fittingSize();
+            QImage plain(qRound(size.width * scale), qRound(size.height * scale), QImage::Format_RGB32);
+            plain.fill(Qt::white);
+            const auto image = view.picture(scale, VisualEffectBackground::blurred(plain, scale),
+                                            {0, 0, size.width, size.height});
+            const int top = qRound(view.capsule().top() * scale);
+            const int height = qRound(view.capsule().bottom() * scale) - top;
+            const int row = top + height / 2;
+            const double location = (row + 0.5 - top) / height;
+            const int left = qRound(view.capsule().left() * scale);
+            const auto level = [&](int column) { return qRed(image.pixel(left + column, row)); };
+            const auto expected = [&](double rim) { return 255 * glass({1, 1}, dark, location, rim).grey; };
+            EXPECT_NEAR(level(scale - 1), expected(1), tolerance) << scale;
+            EXPECT_NEAR(level(scale), expected(0), tolerance) << scale;
+            EXPECT_NEAR(qRed(image.pixel(image.width() - 1 - left - scale + 1, row)), expected(1),
+                        2 * tolerance);
+        }
+    }
+}
+
 std::vector<Look> looks() {
     std::vector<Look> all;
     for (const bool dark : {true, false}) {
