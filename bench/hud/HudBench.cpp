@@ -2,12 +2,15 @@
 
 #include "hud/HUDHostingView.h"
 #include "hud/VisualEffectBackground.h"
+#include "platform/linux/desktop/PanelComposer.h"
 #include "support/Samples.h"
 
 #include <QApplication>
 #include <QElapsedTimer>
 #include <QRandomGenerator>
 #include <cstdlib>
+#include <optional>
+#include <vector>
 
 namespace orvantile::bench {
 namespace {
@@ -34,9 +37,21 @@ private:
     QImage picture;
 };
 
+class OneScreen final : public platform::Screens {
+public:
+    [[nodiscard]] std::optional<platform::Screen> mainScreen() const override { return screen; }
+
+    [[nodiscard]] std::vector<platform::Screen> screens() const override { return {screen}; }
+
+private:
+    platform::Screen screen{{0, 0, 2560, 1440}, {0, 0, 2560, 1440}, 1};
+};
+
 void measure(const QString& text, double fontSize, bool glass, double scale, int rounds) {
     BusyBackdrop backdrop(scale);
+    const OneScreen screens;
     Samples drawing;
+    Samples framing;
     Samples blurring;
     platform::Size size;
     for (int round = 0; round < rounds; ++round) {
@@ -48,10 +63,16 @@ void measure(const QString& text, double fontSize, bool glass, double scale, int
         const auto behind = backdrop.behind(frame);
         QElapsedTimer clock;
         clock.start();
-        HUDHostingView content(view, backdrop);
+        HUDHostingView content(view, backdrop, screens);
         size = content.fittingSize();
         content.prepare(frame, scale);
         drawing.add(static_cast<double>(clock.nsecsElapsed()) / 1e6);
+
+        QImage target(content.frameAt(0).image.size(), QImage::Format_ARGB32_Premultiplied);
+        target.fill(0); // its memory is there in the program, too
+        clock.restart();
+        platform::desktop::composePanel(target, content.frameAt(0.1), target.size(), {}, QImage());
+        framing.add(static_cast<double>(clock.nsecsElapsed()) / 1e6);
         clock.restart();
         static_cast<void>(VisualEffectBackground::blurred(behind, scale));
         blurring.add(static_cast<double>(clock.nsecsElapsed()) / 1e6);
@@ -59,6 +80,7 @@ void measure(const QString& text, double fontSize, bool glass, double scale, int
     const auto what =
         u"%1 × %2 points at scale %3, "_s.arg(size.width, 0, 'f', 0).arg(size.height, 0, 'f', 0).arg(scale);
     drawing.print(what + (glass ? u"glass"_s : u"flat"_s));
+    framing.print(what + u"one frame of the entrance"_s);
     if (glass) {
         blurring.print(what + u"blur alone"_s);
     }

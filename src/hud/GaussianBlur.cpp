@@ -46,16 +46,6 @@ struct Sums {
         }
     }
 
-    /// `reciprocal`: 2^24 divided by the number of pixels.
-    [[nodiscard]] Pixel mean(std::uint32_t reciprocal) const {
-        Pixel pixel = 0;
-        for (std::uint32_t i = 0; i < 4; ++i) {
-            const auto mean = (std::uint64_t{channels[i]} * reciprocal + (1U << 23U)) >> 24U;
-            pixel |= static_cast<Pixel>(std::min<std::uint64_t>(mean, 255)) << (8 * i);
-        }
-        return pixel;
-    }
-
     /// With the pixels at the soft ends of the box.
     [[nodiscard]] Pixel mean(const Box& box, Pixel before, Pixel after) const {
         Pixel pixel = 0;
@@ -68,10 +58,6 @@ struct Sums {
         return pixel;
     }
 };
-
-std::uint32_t reciprocalOf(int count) {
-    return (1U << 24U) / static_cast<std::uint32_t>(count);
-}
 
 /// Averages over the box around each pixel, along a line of `count` pixels that are `step` apart.
 void blurLine(Pixel* line, int count, std::ptrdiff_t step, const Box& box, Row& scratch) {
@@ -103,28 +89,50 @@ const Pixel* row(const QImage& image, int y) {
     return reinterpret_cast<const Pixel*>(image.constScanLine(y));
 }
 
+/// The sums of two channels each in the halves of a word; of 256 pixels at most.
+struct PackedSums {
+    static constexpr std::uint32_t half = 0x00ff00ffU;
+    std::uint32_t even = 0;
+    std::uint32_t odd = 0;
+
+    void add(Pixel pixel) {
+        even += pixel & half;
+        odd += (pixel >> 8U) & half;
+    }
+
+    [[nodiscard]] Pixel mean(unsigned countShift) const {
+        const std::uint32_t rounding = ((1U << countShift) >> 1U) * 0x00010001U;
+        // Rounding up cannot carry into the other half: the sums of whole squares stay below it.
+        return (((even + rounding) >> countShift) & half) | ((((odd + rounding) >> countShift) & half) << 8U);
+    }
+};
+
 /// The means of squares of `factor` pixels, the last ones filled up with the pixels at the edge.
 QImage reduced(const QImage& picture, int factor) {
     const QSize size((picture.width() + factor - 1) / factor, (picture.height() + factor - 1) / factor);
     QImage small(size, QImage::Format_ARGB32_Premultiplied);
     const Pixel opaque = picture.format() == QImage::Format_RGB32 ? 0xff000000U : 0;
-    const auto reciprocal = reciprocalOf(factor * factor);
-    std::vector<Sums> sums(static_cast<std::size_t>(size.width()));
+    const auto countShift = 2 * static_cast<unsigned>(std::countr_zero(static_cast<unsigned>(factor)));
+    std::vector<PackedSums> sums(static_cast<std::size_t>(size.width()));
+    const int whole = picture.width() / factor;
     for (int y = 0; y < size.height(); ++y) {
-        std::ranges::fill(sums, Sums());
+        std::ranges::fill(sums, PackedSums());
         for (int line = y * factor; line < (y + 1) * factor; ++line) {
-            const auto* from = row(picture, std::min(line, picture.height() - 1));
-            for (int x = 0; x < size.width(); ++x) {
-                auto& sum = sums[static_cast<std::size_t>(x)];
-                for (int column = x * factor; column < (x + 1) * factor; ++column) {
-                    sum.add(from[std::min(column, picture.width() - 1)] | opaque);
+            const auto* pixels = row(picture, std::min(line, picture.height() - 1));
+            for (int x = 0; x < whole; ++x) {
+                auto sum = sums[static_cast<std::size_t>(x)];
+                for (const auto* pixel = pixels + x * factor; pixel != pixels + (x + 1) * factor; ++pixel) {
+                    sum.add(*pixel | opaque);
                 }
+                sums[static_cast<std::size_t>(x)] = sum;
+            }
+            for (int column = whole * factor; column < size.width() * factor; ++column) {
+                sums[static_cast<std::size_t>(whole)].add(pixels[std::min(column, picture.width() - 1)] |
+                                                          opaque);
             }
         }
         auto* to = reinterpret_cast<Pixel*>(small.scanLine(y));
-        for (int x = 0; x < size.width(); ++x) {
-            to[x] = sums[static_cast<std::size_t>(x)].mean(reciprocal);
-        }
+        std::ranges::transform(sums, to, [&](const PackedSums& sum) { return sum.mean(countShift); });
     }
     small.setDevicePixelRatio(picture.devicePixelRatio() / factor);
     return small;
@@ -134,7 +142,7 @@ QImage reduced(const QImage& picture, int factor) {
 
 int gaussianBlurReduction(double sigma) {
     constexpr double fineEnough = 2.5; // standard deviation in pixels of the smaller picture
-    const auto factor = static_cast<unsigned>(std::clamp(sigma / fineEnough, 1.0, 64.0));
+    const auto factor = static_cast<unsigned>(std::clamp(sigma / fineEnough, 1.0, 16.0));
     return static_cast<int>(std::bit_floor(factor));
 }
 

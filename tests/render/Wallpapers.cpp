@@ -42,7 +42,7 @@ void papers(QPainter& painter, const QSizeF& size) {
         const QRectF sheet(random.bounded(size.width()) - 60, random.bounded(size.height()) - 40,
                            40 + random.bounded(150), 24 + random.bounded(90));
         painter.fillRect(
-            sheet, QColor::fromHsv(random.bounded(360), 90 + random.bounded(150), 70 + random.bounded(185)));
+            sheet, QColor::fromHsv(random.bounded(360), 30 + random.bounded(110), 110 + random.bounded(145)));
         painter.setPen(QPen(QColor(0, 0, 0, 150), 1.6));
         for (double y = sheet.top() + 8; y < sheet.bottom() - 4; y += 7) {
             painter.drawLine(QPointF(sheet.left() + 6, y),
