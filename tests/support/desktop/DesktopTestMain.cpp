@@ -7,13 +7,24 @@
 #include <gmock/gmock.h>
 #include <string_view>
 
+namespace {
+
+/// Under which window manager the tests run: what ORVANTILE_TEST_WINDOW_MANAGER names, or openbox.
+orvantile::test::WindowManager windowManager() {
+    using enum orvantile::test::WindowManager;
+    const auto name = qgetenv("ORVANTILE_TEST_WINDOW_MANAGER");
+    return name == "xfwm4" ? xfwm4 : name == "kwin" ? kwin : openbox;
+}
+
+} // namespace
+
 int main(int argc, char* argv[]) {
     ::testing::InitGoogleMock(&argc, argv);
     if (::testing::GTEST_FLAG(list_tests)) {
         return RUN_ALL_TESTS();
     }
     try {
-        orvantile::test::PrivateSession session;
+        orvantile::test::PrivateSession session({.windowManager = windowManager()});
         const orvantile::test::CurrentSession current(session);
         session.enter();
         qputenv("QT_QPA_PLATFORM", "xcb");
