@@ -3,12 +3,14 @@
 #include "platform/linux/a11y/BusMenuModel.h"
 #include "platform/linux/desktop/PermissionPrompt.h"
 #include "platform/linux/desktop/QtScheduler.h"
+#include "platform/linux/desktop/accessibilitysettings/AccessibilitySettings.h"
 #include "platform/linux/session/LinuxAccessibility.h"
 #include "platform/linux/session/LinuxWorkspace.h"
 #include "platform/linux/session/ShortcutSource.h"
 #include "platform/linux/x11/Compositor.h"
 #include "platform/linux/x11/ScreenGrab.h"
 #include "platform/linux/x11/ServerLoss.h"
+#include "platform/linux/x11/StartupIdentifier.h"
 #include "platform/linux/x11/X11Backdrop.h"
 #include "platform/linux/x11/X11Panels.h"
 #include "platform/linux/x11/X11Screens.h"
@@ -34,7 +36,8 @@ struct Desktop {
           compositor(*connection),
           menus(a11y::makeBusMenuModel([this] { session.drain(); })),
           source(session, *menus, getpid()),
-          prompt(scheduler, {.obstacle = [this] { return obstacle(); }, .turnOn = [this] { turnOn(); }}) {}
+          prompt(scheduler, {.obstacle = [this] { return obstacle(); }, .turnOn = [this] { turnOn(); }}),
+          settings([this](const auto& receiver) { askToken(receiver); }) {}
 
     [[nodiscard]] PermissionPrompt::Obstacle obstacle() const {
         if (!session.hearsKeys()) {
@@ -69,12 +72,23 @@ struct Desktop {
             });
     }
 
+    /// What was done last in the window with the focus, which is where settings are asked for.
+    void askToken(const desktop::AccessibilitySettings::TokenReceiver& receiver) {
+        const auto window = session.activeWindow();
+        if (!window) {
+            receiver({});
+            return;
+        }
+        x11::askStartupIdentifier(*connection, static_cast<xcb_window_t>(window->handle), receiver);
+    }
+
     std::unique_ptr<x11::XConnection> connection;
     x11::X11Session session;
     x11::Compositor compositor;
     std::unique_ptr<a11y::BusMenuModel> menus;
     session::ShortcutSource source;
     PermissionPrompt prompt;
+    desktop::AccessibilitySettings settings;
     std::unique_ptr<x11::ScreenGrab> grab;
     QObject context;
 };
@@ -105,7 +119,8 @@ std::unique_ptr<Platform> makeX11Platform() {
     platform->panels = std::make_unique<x11::X11Panels>(x, *platform->scheduler, *screens,
                                                         desktop->compositor, *desktop->grab);
     platform->screens = std::move(screens);
-    platform->workspace = std::make_unique<session::LinuxWorkspace>(desktop->source);
+    platform->workspace = std::make_unique<session::LinuxWorkspace>(
+        desktop->source, [&settings = desktop->settings] { settings.open(); });
     platform->accessibility = std::make_unique<session::LinuxAccessibility>(
         desktop->source, desktop->session, *desktop->menus, [&prompt = desktop->prompt] { prompt.ask(); });
     platform->foundation = desktop;

@@ -80,7 +80,7 @@ public:
 class ShortcutSourceTest : public ::testing::Test {
 protected:
     ShortcutSourceTest() {
-        fakes.platform().workspace = std::make_unique<session::LinuxWorkspace>(source);
+        fakes.platform().workspace = std::make_unique<session::LinuxWorkspace>(source, [] {});
         fakes.platform().accessibility =
             std::make_unique<session::LinuxAccessibility>(source, desktop, menus, [this] { ++prompts; });
         monitor = std::make_shared<ShortcutMonitor>(fakes.platform());

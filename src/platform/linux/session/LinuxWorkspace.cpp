@@ -13,6 +13,8 @@ Workspace::RegistrationToken LinuxWorkspace::observeActivations(ActivationHandle
     return std::make_shared<int>();
 }
 
-void LinuxWorkspace::openAccessibilitySettings() {}
+void LinuxWorkspace::openAccessibilitySettings() {
+    openSettings();
+}
 
 } // namespace orvantile::platform::session

@@ -35,6 +35,8 @@ Atoms Atoms::intern(xcb_connection_t* connection, int screenNumber) {
         {&Atoms::blurBehind, "_KDE_NET_WM_BLUR_BEHIND_REGION"},
         {&Atoms::comptonShadow, "_COMPTON_SHADOW"},
         {&Atoms::accessibilityBus, "AT_SPI_BUS"},
+        {&Atoms::userTime, "_NET_WM_USER_TIME"},
+        {&Atoms::userTimeWindow, "_NET_WM_USER_TIME_WINDOW"},
     };
     std::vector<xcb_intern_atom_cookie_t> cookies;
     cookies.reserve(names.size());
