@@ -1,6 +1,7 @@
 #include "preferences/HUDPreview.h"
 
 #include "preferences/DesktopBackground.h"
+#include "preferences/controls/AccessibleRole.h"
 
 #include <QPainter>
 #include <algorithm>
@@ -23,6 +24,7 @@ double within(double value, double low, double high) {
 HUDPreview::HUDPreview() {
     setAttribute(Qt::WA_TransparentForMouseEvents);
     setAttribute(Qt::WA_OpaquePaintEvent);
+    setAccessibleRole(*this, QAccessible::Graphic);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
     setFixedHeight(stripHeight(view.fontSize));
 }

@@ -1,6 +1,7 @@
 #include "preferences/PreferencesWindow.h"
 
 #include "preferences/Localized.h"
+#include "preferences/controls/AccessibleRole.h"
 #include "preferences/controls/FormPalette.h"
 
 #include <QCloseEvent>
@@ -27,6 +28,7 @@ PreferencesWindow::PreferencesWindow(Settings& settings, platform::Platform& pla
       platform(platform_),
       content(settings, platform),
       layout(this) {
+    setAccessibleRole(*this, QAccessible::Window);
     setWindowTitle(localized("Orvantile Preferences"));
     setWindowRole(QStringLiteral("preferences"));
     layout.setContentsMargins(0, 0, 0, 0);

@@ -1,5 +1,6 @@
 #include "preferences/controls/ConfirmationDialog.h"
 
+#include "preferences/controls/AccessibleRole.h"
 #include "preferences/controls/Typography.h"
 
 namespace orvantile {
@@ -22,6 +23,7 @@ ConfirmationDialog::ConfirmationDialog(const Words& words, QWidget& parent, std:
     setPalette(parent.palette());
     setWindowModality(Qt::WindowModal);
     setWindowTitle(parent.window()->windowTitle());
+    setAccessibleRole(*this, QAccessible::Dialog);
     setAccessibleName(words.title);
     setAccessibleDescription(words.message);
     title.setFont(headerFont());

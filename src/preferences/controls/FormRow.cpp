@@ -19,6 +19,9 @@ FormRow::FormRow(const QString& text) : content(this) {
 
 void FormRow::addControl(QWidget& control, int stretch) {
     content.addWidget(&control, stretch, stretch > 0 ? Qt::Alignment() : Qt::AlignVCenter);
+    if (label.buddy() == nullptr && control.focusPolicy() != Qt::NoFocus) {
+        label.setBuddy(&control); // so that assistive technology calls the control by the text
+    }
     control.show();
 }
 

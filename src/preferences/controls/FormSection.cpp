@@ -1,5 +1,6 @@
 #include "preferences/controls/FormSection.h"
 
+#include "preferences/controls/AccessibleRole.h"
 #include "preferences/controls/Drawing.h"
 #include "preferences/controls/Footnote.h"
 #include "preferences/controls/FormMetrics.h"
@@ -25,6 +26,7 @@ FormSection::FormSection(const QString& title) : rows(this) {
         header.setContentsMargins(rowPadding, 0, rowPadding, headerGap);
         rows.addWidget(&header);
         header.show();
+        setAccessibleRole(*this, QAccessible::Grouping);
         setAccessibleName(title);
     }
 }

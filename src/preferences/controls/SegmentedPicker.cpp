@@ -1,5 +1,6 @@
 #include "preferences/controls/SegmentedPicker.h"
 
+#include "preferences/controls/AccessibleRole.h"
 #include "preferences/controls/Drawing.h"
 #include "preferences/controls/FormMetrics.h"
 #include "preferences/controls/FormPalette.h"
@@ -17,6 +18,7 @@ constexpr int inset = 2; // of the pill inside its trough
 } // namespace
 
 SegmentedPicker::SegmentedPicker(const QString& name, const QStringList& options) : layout(this) {
+    setAccessibleRole(*this, QAccessible::Grouping);
     setAccessibleName(name);
     setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
     layout.setContentsMargins(inset, inset, inset, inset);
