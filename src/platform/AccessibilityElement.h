@@ -32,6 +32,9 @@ public:
 
     [[nodiscard]] AttributeValue copyAttribute(QStringView name) const { return node->copyAttribute(name); }
 
+    /// What the handle refers to, for the platform that made it.
+    [[nodiscard]] const AccessibilityNode& target() const { return *node; }
+
     friend bool operator==(const AccessibilityElement&, const AccessibilityElement&) = default;
 
 private:
