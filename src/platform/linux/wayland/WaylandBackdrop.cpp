@@ -1,0 +1,12 @@
+#include "platform/linux/wayland/WaylandBackdrop.h"
+
+namespace orvantile::platform::wayland {
+
+BackdropPicture WaylandBackdrop::behind(const Rect&) {
+    if (globals.blurs) {
+        return CompositorBlurs{};
+    }
+    return NoBackdrop{};
+}
+
+} // namespace orvantile::platform::wayland
