@@ -1,7 +1,7 @@
 #include "platform/linux/x11/X11Screens.h"
 
-#include "desktop/x11/MainLoop.h"
 #include "support/desktop/CurrentSession.h"
+#include "support/desktop/MainLoop.h"
 
 #include <QApplication>
 #include <QWidget>

@@ -2,10 +2,10 @@
 #include "platform/linux/x11/X11Backdrop.h"
 #include "platform/linux/x11/X11Panels.h"
 
-#include "desktop/x11/MainLoop.h"
 #include "support/desktop/CurrentSession.h"
 #include "support/desktop/HudWatcher.h"
 #include "support/desktop/KeyInjector.h"
+#include "support/desktop/MainLoop.h"
 #include "support/desktop/Screenshot.h"
 #include "support/desktop/WindowWatcher.h"
 

@@ -1,8 +1,8 @@
 #include "platform/linux/x11/X11Session.h"
 
-#include "desktop/x11/MainLoop.h"
 #include "support/desktop/CurrentSession.h"
 #include "support/desktop/KeyInjector.h"
+#include "support/desktop/MainLoop.h"
 #include "support/desktop/WindowWatcher.h"
 
 #include <QElapsedTimer>

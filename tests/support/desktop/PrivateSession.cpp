@@ -1,31 +1,14 @@
 #include "support/desktop/PrivateSession.h"
 
-#include "support/desktop/SessionBusCalls.h"
-
-#include <QDir>
-#include <QFile>
-#include <QFileInfo>
-#include <QUuid>
 #include <algorithm>
-#include <csignal>
 #include <stdexcept>
-#include <sys/syscall.h>
-#include <unistd.h>
 #include <xcb/xfixes.h>
 
 namespace orvantile::test {
 namespace {
 
-const auto sessionMark = QStringLiteral("ORVANTILE_TEST_SESSION");
-
 [[noreturn]] void fail(const QString& what) {
     throw std::runtime_error(what.toStdString());
-}
-
-void makeDirectory(const QString& path) {
-    if (!QDir().mkpath(path)) {
-        fail(u"cannot make " % path);
-    }
 }
 
 bool hasWindowManager(const XConnection& x) {
@@ -65,21 +48,11 @@ bool hasCompositor(const XConnection& x) {
     return reply && reply->owner != XCB_NONE;
 }
 
-/// Ends a process that is nobody's child, and waits for its end.
-void endProcess(pid_t process) {
-    const FileDescriptor handle(static_cast<int>(::syscall(SYS_pidfd_open, process, 0)));
-    if (handle.get() >= 0) {
-        ::kill(process, SIGKILL);
-        (void)awaitReadable(handle.get(), QDeadlineTimer(patience));
-    }
-}
-
 } // namespace
 
-PrivateSession::PrivateSession(SessionOptions options)
-    : directory(QDir::tempPath() + QStringLiteral("/orvantile-XXXXXX")) {
-    prepareDirectories();
-    prepareLocale(options.locale);
+PrivateSession::PrivateSession(SessionOptions options) : PrivateEnvironment(options.locale) {
+    setVariable(QStringLiteral("XDG_SESSION_TYPE"), QStringLiteral("x11"));
+    setVariable(QStringLiteral("KWIN_COMPOSE"), QStringLiteral("N"));
     startServer(options);
     setKeyboardLayout(options.keyboardLayout, options.keyboardOptions);
     if (options.sessionBus) {
@@ -97,36 +70,8 @@ PrivateSession::PrivateSession(SessionOptions options)
 PrivateSession::~PrivateSession() {
     compositor.reset();
     windowManager.reset();
-    sessionBus.reset();
+    stopSessionBus();
     server.reset();
-    endStragglers();
-}
-
-void PrivateSession::setVariable(const QString& name, const QString& value) {
-    variables.insert(name, value);
-}
-
-void PrivateSession::enter() const {
-    for (const QString& name : variables.keys()) {
-        qputenv(name.toLatin1().constData(), variables.value(name).toLocal8Bit());
-    }
-    qunsetenv("WAYLAND_DISPLAY");
-}
-
-std::unique_ptr<ChildProcess> PrivateSession::start(const QString& program,
-                                                    const QStringList& arguments) const {
-    return std::make_unique<ChildProcess>(
-        Command{program, arguments, variables, directory.filePath(QStringLiteral("output"))});
-}
-
-QString PrivateSession::writeFile(const QString& relativePath, const QByteArray& contents) const {
-    const QString path = home() % u'/' % relativePath;
-    makeDirectory(QFileInfo(path).path());
-    QFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || file.write(contents) != contents.size()) {
-        fail(u"cannot write " % path);
-    }
-    return path;
 }
 
 void PrivateSession::startWindowManager(WindowManager which) {
@@ -172,62 +117,6 @@ void PrivateSession::stopCompositor() {
     compositor.reset();
 }
 
-void PrivateSession::startSessionBus() {
-    sessionBus =
-        start(QStringLiteral("dbus-daemon"),
-              {QStringLiteral("--session"), QStringLiteral("--nofork"), QStringLiteral("--nopidfile"),
-               QStringLiteral("--address=unix:path=") % runtimeDirectory() % u"/bus",
-               QStringLiteral("--print-address")});
-    const auto address = sessionBus->awaitLine();
-    if (!address) {
-        fail(u"the session bus did not start: " % QString::fromUtf8(sessionBus->standardError()));
-    }
-    setVariable(QStringLiteral("DBUS_SESSION_BUS_ADDRESS"), QString::fromUtf8(*address));
-}
-
-void PrivateSession::stopSessionBus() {
-    sessionBus.reset();
-    QFile::remove(runtimeDirectory() % u"/bus");
-}
-
-void PrivateSession::startAccessibility() {
-    const SessionBusCalls bus(sessionBusAddress());
-    if (bus.accessibilityBusAddress().isEmpty()) {
-        fail(QStringLiteral("the accessibility bus did not start; is at-spi2-core installed?"));
-    }
-    bus.setAccessibilityEnabled(true);
-    if (!bus.accessibilityEnabled()) {
-        fail(QStringLiteral("accessibility cannot be switched on"));
-    }
-}
-
-void PrivateSession::stopAccessibility() {
-    const SessionBusCalls session(sessionBusAddress());
-    const pid_t launcher = session.ownerOf(QStringLiteral("org.a11y.Bus"));
-    if (launcher == 0) {
-        return;
-    }
-    const pid_t daemon = SessionBusCalls(session.accessibilityBusAddress()).daemon();
-    endProcess(launcher);
-    endProcess(daemon);
-}
-
-QString PrivateSession::accessibilityBusAddress() const {
-    return SessionBusCalls(sessionBusAddress()).accessibilityBusAddress();
-}
-
-bool PrivateSession::accessibilityEnabled() const {
-    return SessionBusCalls(sessionBusAddress()).accessibilityEnabled();
-}
-
-void PrivateSession::setAccessibilityEnabled(bool enabled) const {
-    SessionBusCalls(sessionBusAddress()).setAccessibilityEnabled(enabled);
-}
-
-QString PrivateSession::sessionBusAddress() const {
-    return variables.value(QStringLiteral("DBUS_SESSION_BUS_ADDRESS"));
-}
-
 void PrivateSession::setKeyboardLayout(const QString& layout, const QString& options) const {
     QStringList arguments{QStringLiteral("-layout"), layout, QStringLiteral("-option"), QString()};
     if (!options.isEmpty()) {
@@ -241,48 +130,6 @@ void PrivateSession::setKeyboardLayout(const QString& layout, const QString& opt
 
 void PrivateSession::stopServer() {
     server.reset();
-}
-
-void PrivateSession::prepareDirectories() {
-    if (!directory.isValid()) {
-        fail(u"no temporary directory: " % directory.errorString());
-    }
-    for (const char* name : {"home/.config", "home/.local/share", "home/.cache", "run", "output"}) {
-        makeDirectory(directory.filePath(QString::fromLatin1(name)));
-    }
-    QFile::setPermissions(runtimeDirectory(), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
-    const auto own = QProcessEnvironment::systemEnvironment();
-    for (const char* name :
-         {"PATH", "USER", "LOGNAME", "ASAN_OPTIONS", "UBSAN_OPTIONS", "LSAN_OPTIONS", "LLVM_PROFILE_FILE"}) {
-        if (const auto key = QString::fromLatin1(name); own.contains(key)) {
-            setVariable(key, own.value(key));
-        }
-    }
-    setVariable(QStringLiteral("HOME"), home());
-    setVariable(QStringLiteral("XDG_CONFIG_HOME"), configuration());
-    setVariable(QStringLiteral("XDG_DATA_HOME"), home() + QStringLiteral("/.local/share"));
-    setVariable(QStringLiteral("XDG_CACHE_HOME"), home() + QStringLiteral("/.cache"));
-    setVariable(QStringLiteral("XDG_RUNTIME_DIR"), runtimeDirectory());
-    setVariable(QStringLiteral("XDG_SESSION_TYPE"), QStringLiteral("x11"));
-    setVariable(QStringLiteral("GSETTINGS_BACKEND"), QStringLiteral("memory"));
-    setVariable(QStringLiteral("KWIN_COMPOSE"), QStringLiteral("N"));
-    setVariable(sessionMark, QUuid::createUuid().toString(QUuid::WithoutBraces));
-}
-
-void PrivateSession::prepareLocale(const QString& locale) {
-    setVariable(QStringLiteral("LANG"), locale);
-    if (locale.startsWith(u"C.")) {
-        return;
-    }
-    const QString path = directory.filePath(QStringLiteral("locales"));
-    makeDirectory(path);
-    const auto compiler = start(QStringLiteral("localedef"),
-                                {QStringLiteral("-i"), locale.section(u'.', 0, 0), QStringLiteral("-f"),
-                                 QStringLiteral("UTF-8"), path % u'/' % locale});
-    if (compiler->awaitExit(QDeadlineTimer(patience * 2)) != 0) {
-        fail(u"the locale " % locale % u" cannot be made: " % QString::fromUtf8(compiler->standardError()));
-    }
-    setVariable(QStringLiteral("LOCPATH"), path);
 }
 
 void PrivateSession::startServer(const SessionOptions& options) {
@@ -299,20 +146,6 @@ void PrivateSession::startServer(const SessionOptions& options) {
     }
     displayName = u':' + QString::fromLatin1(*number).trimmed();
     setVariable(QStringLiteral("DISPLAY"), displayName);
-}
-
-void PrivateSession::endStragglers() const {
-    // Services that the buses have started are nobody's children; the environment tells whose they are.
-    const QByteArray mark = (sessionMark % u'=' % variables.value(sessionMark)).toLatin1();
-    for (const QString& entry : QDir(QStringLiteral("/proc")).entryList(QDir::Dirs | QDir::NoDotAndDotDot)) {
-        bool isProcess = false;
-        const pid_t process = entry.toInt(&isProcess);
-        QFile environ(u"/proc/" % entry % u"/environ");
-        if (isProcess && process != ::getpid() && environ.open(QIODevice::ReadOnly) &&
-            environ.readAll().split('\0').contains(mark)) {
-            endProcess(process);
-        }
-    }
 }
 
 } // namespace orvantile::test

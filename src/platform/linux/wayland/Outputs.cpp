@@ -95,7 +95,14 @@ void Outputs::update() {
     changed();
 }
 
-void Outputs::changed() const {
+void Outputs::changed() {
+    std::vector<OutputGeometry> found;
+    for (const auto name : names()) {
+        found.push_back(all.at(name)->geometry());
+    }
+    if (!found.empty()) {
+        latest = std::move(found);
+    }
     if (onChanged) {
         onChanged();
     }
@@ -112,11 +119,7 @@ std::vector<std::uint32_t> Outputs::names() const {
 }
 
 OutputLayout Outputs::layout() const {
-    std::vector<OutputGeometry> found;
-    for (const auto name : names()) {
-        found.push_back(all.at(name)->geometry());
-    }
-    return OutputLayout(std::move(found));
+    return OutputLayout(latest);
 }
 
 const Output* Outputs::find(std::uint32_t name) const {

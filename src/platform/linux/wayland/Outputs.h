@@ -59,7 +59,8 @@ public:
     /// The names of the outputs that are known, in the order in which they came.
     [[nodiscard]] std::vector<std::uint32_t> names() const;
 
-    /// The layout of `names()`, in that order.
+    /// The layout of `names()`, in that order. While all screens are off there are no outputs: then it is the
+    /// one there was before.
     [[nodiscard]] OutputLayout layout() const;
 
     /// Null when there is no such output.
@@ -73,10 +74,12 @@ public:
 
 private:
     void update();
-    void changed() const;
+    void changed();
 
     Globals& globals;
     std::map<std::uint32_t, std::unique_ptr<Output>> all; ///< names grow
+    std::vector<OutputGeometry> latest{
+        {.logical = {0, 0, 1920, 1080}, .pixels = {1920, 1080}}}; ///< never empty
 };
 
 } // namespace orvantile::platform::wayland

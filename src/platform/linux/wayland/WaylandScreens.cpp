@@ -11,9 +11,6 @@ std::size_t WaylandScreens::mainIndex() const {
 }
 
 std::optional<Screen> WaylandScreens::mainScreen() const {
-    if (outputs.names().empty()) {
-        return std::nullopt;
-    }
     return outputs.layout().screen(mainIndex());
 }
 
@@ -24,7 +21,7 @@ std::vector<Screen> WaylandScreens::screens() const {
 WaylandScreens::Placement WaylandScreens::place(const Rect& panel) const {
     const auto names = outputs.names();
     if (names.empty()) {
-        return {};
+        return {}; // every screen is off
     }
     const auto all = screens();
     const auto main = mainIndex();
