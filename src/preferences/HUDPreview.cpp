@@ -12,6 +12,7 @@ namespace {
 
 constexpr double lowestStrip = 90;
 constexpr double highestStrip = 16384;   // what a window can be at all
+constexpr double largestChoice = 64;     // of the font sizes
 constexpr double largestDrawnFont = 400; // more than the strip's width shows
 
 /// A number for drawing, whatever the setting is.
@@ -26,7 +27,7 @@ HUDPreview::HUDPreview() {
     setAttribute(Qt::WA_OpaquePaintEvent);
     setAccessibleRole(*this, QAccessible::Graphic);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
-    setFixedHeight(stripHeight(view.fontSize));
+    fit();
 }
 
 int HUDPreview::stripHeight(double fontSize) {
@@ -35,9 +36,19 @@ int HUDPreview::stripHeight(double fontSize) {
     return static_cast<int>(within(height, lowestStrip, highestStrip));
 }
 
+void HUDPreview::setRoom(int height) {
+    room = height;
+    fit();
+}
+
+void HUDPreview::fit() {
+    setFixedHeight(std::min(stripHeight(view.fontSize), std::max(room, stripHeight(largestChoice))));
+}
+
 void HUDPreview::setHUD(const HUDView& newView) {
     if (newView.fontSize != view.fontSize) {
-        setFixedHeight(stripHeight(newView.fontSize));
+        view.fontSize = newView.fontSize;
+        fit();
     }
     view = newView;
     setAccessibleName(view.text);

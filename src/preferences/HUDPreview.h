@@ -19,11 +19,18 @@ public:
     /// How high the strip is for a HUD of that font size, in points: never below 90.
     [[nodiscard]] static int stripHeight(double fontSize);
 
+    /// How high the strip may be for stored font sizes beyond those that can be chosen, which would push the
+    /// controls below it off the screen. The others always get their height.
+    void setRoom(int height);
+
 protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
+    void fit();
+
     HUDView view;
+    int room = QWIDGETSIZE_MAX;
     PreviewBackdrop background;
 };
 

@@ -131,6 +131,10 @@ void HUDTab::showOpacityRow(bool shown) {
     }
 }
 
+void HUDTab::setRoom(const QSize& room) {
+    preview.setRoom(room.height() - form.layout()->totalHeightForWidth(room.width()));
+}
+
 void HUDTab::test() const {
     HUDController::shared()->show(sampleLabel(settings.showShortcut()));
 }

@@ -25,6 +25,9 @@ public:
     /// Whether the preview is drawn as the dark-backed capsule, which stands out against a light desktop.
     [[nodiscard]] bool previewDark() const;
 
+    /// How large the tab may be. Its preview gives way rather than its controls.
+    void setRoom(const QSize& room);
+
 private:
     void buildForm();
     void bindControls();

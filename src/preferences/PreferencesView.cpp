@@ -95,6 +95,9 @@ void PreferencesView::setHeightLimit(int height) {
 
 void PreferencesView::fit() {
     const int above = header.sizeHint().height() + divider.height();
+    if (auto* hudTab = dynamic_cast<HUDTab*>(content.get())) {
+        hudTab->setRoom({tabWidth, heightLimit - above});
+    }
     setFixedSize(tabWidth, std::min(above + tabSize().height(), heightLimit));
 }
 
