@@ -14,6 +14,7 @@ need() { command -v "$1" >/dev/null || fail "$1 is not installed"; }
 files=(
   bin/orvantile
   share/applications/$id.desktop
+  share/dbus-1/services/$id.service
   share/doc/orvantile/changelog.Debian.gz
   share/doc/orvantile/copyright
   share/icons/hicolor/scalable/apps/$id.svg
@@ -56,8 +57,12 @@ case $part in
 tree)
   install "$scratch/prefix"
   checkTree "$scratch/prefix"
+  grep -qx "Exec=$scratch/prefix/bin/orvantile" "$scratch/prefix/share/dbus-1/services/$id.service" ||
+    fail "the bus would start another program"
   DESTDIR=$scratch/staged install /usr
   checkTree "$scratch/staged/usr"
+  grep -qx "Exec=/usr/bin/orvantile" "$scratch/staged/usr/share/dbus-1/services/$id.service" ||
+    fail "the bus would start the program in the staging folder"
   [ "$(cd "$scratch/prefix" && find . | sort)" = "$(cd "$scratch/staged/usr" && find . | sort)" ] ||
     fail "prefix and staged installation differ"
   ;;
