@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/AccessibilityClient.h"
+#include "platform/Activation.h"
 #include "platform/Appearance.h"
 #include "platform/Backdrop.h"
 #include "platform/Panel.h"
@@ -25,6 +26,7 @@ struct Platform {
     std::unique_ptr<Appearance> appearance;
     std::unique_ptr<Workspace> workspace;
     std::unique_ptr<AccessibilityClient> accessibility;
+    std::unique_ptr<Activation> activation;
     std::unique_ptr<Screens> screens;
     std::unique_ptr<Backdrop> backdrop;
     std::unique_ptr<Panels> panels;

@@ -68,6 +68,7 @@ void PreferencesWindow::present() {
     }
     raise();
     activateWindow();
+    platform.activation->bringToFront(winId());
 }
 
 void PreferencesWindow::closeEvent(QCloseEvent* event) {

@@ -218,6 +218,10 @@ void FakeWorkspace::activate(std::optional<std::int32_t> processIdentifier) {
     }
 }
 
+void FakeActivation::bringToFront(std::uintptr_t) {
+    log->append(u"activation.bringToFront"_s);
+}
+
 std::shared_ptr<platform::Panel> FakePanels::create(const platform::PanelAttributes& newAttributes) {
     log->append(u"panels.create"_s);
     attributes = newAttributes;
@@ -347,6 +351,7 @@ FakePlatform::FakePlatform() {
     scheduler = put(fakes->scheduler, std::make_unique<VirtualScheduler>());
     accessibility = put(fakes->accessibility, std::make_unique<FakeAccessibility>(log));
     workspace = put(fakes->workspace, std::make_unique<FakeWorkspace>(log));
+    put(fakes->activation, std::make_unique<FakeActivation>(log));
     screens = put(fakes->screens, std::make_unique<FakeScreens>());
     panels = put(fakes->panels, std::make_unique<FakePanels>(log, *scheduler));
     sounds = put(fakes->sounds, std::make_unique<FakeSounds>(log));

@@ -63,6 +63,16 @@ private:
     CallLog log;
 };
 
+class FakeActivation final : public platform::Activation {
+public:
+    explicit FakeActivation(CallLog log_) : log(std::move(log_)) {}
+
+    void bringToFront(std::uintptr_t window) override;
+
+private:
+    CallLog log;
+};
+
 class FakeScreens final : public platform::Screens {
 public:
     [[nodiscard]] std::optional<platform::Screen> mainScreen() const override { return main; }

@@ -11,6 +11,7 @@
 #include "platform/linux/x11/ScreenGrab.h"
 #include "platform/linux/x11/ServerLoss.h"
 #include "platform/linux/x11/StartupIdentifier.h"
+#include "platform/linux/x11/X11Activation.h"
 #include "platform/linux/x11/X11Backdrop.h"
 #include "platform/linux/x11/X11Panels.h"
 #include "platform/linux/x11/X11Screens.h"
@@ -118,6 +119,7 @@ std::unique_ptr<Platform> makeX11Platform() {
     platform->backdrop = std::make_unique<x11::X11Backdrop>(*screens, desktop->compositor, *desktop->grab);
     platform->panels = std::make_unique<x11::X11Panels>(x, *platform->scheduler, *screens,
                                                         desktop->compositor, *desktop->grab);
+    platform->activation = std::make_unique<x11::X11Activation>(x);
     platform->screens = std::move(screens);
     platform->workspace = std::make_unique<session::LinuxWorkspace>(
         desktop->source, [&settings = desktop->settings] { settings.open(); });

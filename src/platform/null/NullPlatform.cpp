@@ -79,6 +79,10 @@ class NullAccessibility final : public AccessibilityClient {
     }
 };
 
+class NullActivation final : public Activation {
+    void bringToFront(std::uintptr_t) override {}
+};
+
 /// One screen, so that a HUD has a place to be.
 class NullScreens final : public Screens {
     std::optional<Screen> mainScreen() const override { return screens().front(); }
@@ -146,6 +150,7 @@ std::unique_ptr<Platform> makeNullPlatform() {
     platform->appearance = std::make_unique<NullAppearance>();
     platform->workspace = std::make_unique<NullWorkspace>();
     platform->accessibility = std::make_unique<NullAccessibility>();
+    platform->activation = std::make_unique<NullActivation>();
     platform->screens = std::make_unique<NullScreens>();
     platform->backdrop = std::make_unique<NullBackdrop>();
     platform->panels = std::make_unique<NullPanels>();

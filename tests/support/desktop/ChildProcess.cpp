@@ -75,6 +75,9 @@ ChildProcess::ChildProcess(const Command& command) {
     if (process == 0) {
         ::setpgid(0, 0);
         ::prctl(PR_SET_PDEATHSIG, SIGKILL);
+        for (const int ignored : {SIGHUP, SIGINT, SIGTERM}) { // by whoever runs the tests in the background
+            std::signal(ignored, SIG_DFL);
+        }
         if (::getppid() != parent || ::dup2(input.get(), STDIN_FILENO) < 0 ||
             ::dup2(writeEnd.get(), STDOUT_FILENO) < 0 || ::dup2(error.get(), STDERR_FILENO) < 0) {
             ::_exit(126);

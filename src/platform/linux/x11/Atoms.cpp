@@ -37,6 +37,8 @@ Atoms Atoms::intern(xcb_connection_t* connection, int screenNumber) {
         {&Atoms::accessibilityBus, "AT_SPI_BUS"},
         {&Atoms::userTime, "_NET_WM_USER_TIME"},
         {&Atoms::userTimeWindow, "_NET_WM_USER_TIME_WINDOW"},
+        {&Atoms::startupInfo, "_NET_STARTUP_INFO"},
+        {&Atoms::startupInfoBegin, "_NET_STARTUP_INFO_BEGIN"},
     };
     std::vector<xcb_intern_atom_cookie_t> cookies;
     cookies.reserve(names.size());

@@ -33,6 +33,8 @@ struct Atoms {
     xcb_atom_t accessibilityBus = 0;
     xcb_atom_t userTime = 0; ///< of the user's last action in a window
     xcb_atom_t userTimeWindow = 0;
+    xcb_atom_t startupInfo = 0;
+    xcb_atom_t startupInfoBegin = 0;
 
     /// Asks the server for all of them in one round trip. What cannot be had is 0.
     [[nodiscard]] static Atoms intern(xcb_connection_t* connection, int screenNumber);
