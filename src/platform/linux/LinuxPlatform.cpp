@@ -4,6 +4,7 @@
 #include "platform/linux/desktop/DesktopAppearance.h"
 #include "platform/linux/desktop/IniDefaults.h"
 #include "platform/linux/desktop/QtScheduler.h"
+#include "platform/linux/desktop/launch/LinuxLaunch.h"
 #include "platform/linux/desktop/statusitem/LinuxStatusBar.h"
 #include "platform/linux/desktop/updates/LinuxUpdater.h"
 #include "platform/linux/x11/ServerLoss.h"
@@ -42,6 +43,10 @@ std::optional<QString> prepareProcess() {
     }
     x11::leaveCleanlyWithoutServer();
     return std::nullopt;
+}
+
+std::unique_ptr<Launch> beginLaunch() {
+    return std::make_unique<desktop::LinuxLaunch>();
 }
 
 std::unique_ptr<Platform> makePlatform() {
