@@ -3,6 +3,7 @@
 #include "desktop/launch/RunningCopy.h"
 
 #include "desktop/applications/Stage.h"
+#include "desktop/launch/SessionManager.h"
 #include "support/QtPrinting.h"
 
 #include <QFile>
@@ -17,30 +18,29 @@ namespace {
 using Qt::StringLiterals::operator""_s;
 using std::chrono::steady_clock;
 using namespace std::chrono_literals;
+using ::testing::EndsWith;
 using ::testing::HasSubstr;
 
 /// Clicks the first entry of the status menu, which switches the program off.
-void switchOff(RunningCopy& running) {
-    const auto item =
-        QString(u"org.kde.StatusNotifierItem-%1-1"_s.arg(running.process().processIdentifier()));
-    const auto waiter =
-        running.session().start(u"gdbus"_s, {u"wait"_s, u"--session"_s, u"--timeout"_s, u"15"_s, item});
+void switchOff(const PrivateSession& session, const ChildProcess& program) {
+    const QString item = u"org.kde.StatusNotifierItem-%1-1"_s.arg(program.processIdentifier());
+    const auto waiter = session.start(u"gdbus"_s, {u"wait"_s, u"--session"_s, u"--timeout"_s, u"15"_s, item});
     EXPECT_EQ(waiter->awaitExit(), 0) << "no status item";
     const auto click =
-        running.session().start(u"gdbus"_s, {u"call"_s, u"--session"_s, u"--dest"_s, item, u"--object-path"_s,
-                                             u"/MenuBar"_s, u"--method"_s, u"com.canonical.dbusmenu.Event"_s,
-                                             u"1"_s, u"clicked"_s, u"<0>"_s, u"0"_s});
+        session.start(u"gdbus"_s, {u"call"_s, u"--session"_s, u"--dest"_s, item, u"--object-path"_s,
+                                   u"/MenuBar"_s, u"--method"_s, u"com.canonical.dbusmenu.Event"_s, u"1"_s,
+                                   u"clicked"_s, u"<0>"_s, u"0"_s});
     EXPECT_EQ(click->awaitExit(), 0) << click->standardError().toStdString();
 }
 
-std::string settingsFile(RunningCopy& running) {
-    QFile file(running.session().configuration() + u"/orvantile/orvantile.ini"_s);
+std::string settingsFile(const PrivateSession& session) {
+    QFile file(session.configuration() + u"/orvantile/orvantile.ini"_s);
     return file.open(QIODevice::ReadOnly) ? file.readAll().toStdString() : std::string();
 }
 
 /// Kills the X server under everybody.
-void killServer(RunningCopy& running) {
-    const XConnection x(running.session().display());
+void killServer(const PrivateSession& session) {
+    const XConnection x(session.display());
     ucred server{};
     socklen_t size = sizeof server;
     ASSERT_EQ(::getsockopt(xcb_get_file_descriptor(x.get()), SOL_SOCKET, SO_PEERCRED, &server, &size), 0);
@@ -48,21 +48,11 @@ void killServer(RunningCopy& running) {
     ASSERT_EQ(::kill(server.pid, SIGKILL), 0);
 }
 
-class EndedBy : public ::testing::TestWithParam<int> {};
+/// The toolkit may say something of its own before.
+const std::string lossOfTheServer = "orvantile: the X server has gone\n";
 
-TEST_P(EndedBy, aSignalWithThePreferencesOpenAndLosesNothing) {
-    RunningCopy running;
-    switchOff(running);
-    const auto begin = steady_clock::now();
-    running.process().signal(GetParam());
-    EXPECT_EQ(running.process().awaitExit(), 0);
-    EXPECT_LT(steady_clock::now() - begin, 2s) << "generous on a busy machine";
-    EXPECT_EQ(running.process().standardError().toStdString(), "");
-    EXPECT_THAT(settingsFile(running), HasSubstr("enabled=false"));
-}
-
-TEST_P(EndedBy, aSignalWhileAHudIsUp) {
-    Stage stage;
+/// Brings a HUD up that stays for a while.
+void showHud(Stage& stage) {
     stage.session().writeFile(u".config/orvantile/orvantile.ini"_s, "displaySeconds=5\nsoundEnabled=false\n");
     stage.start(mousepad);
     stage.startOrvantile();
@@ -72,6 +62,24 @@ TEST_P(EndedBy, aSignalWhileAHudIsUp) {
         static_cast<void>(stage.huds().awaitNext(QDeadlineTimer(300ms)));
     }
     ASSERT_TRUE(stage.huds().isVisible());
+}
+
+class EndedBy : public ::testing::TestWithParam<int> {};
+
+TEST_P(EndedBy, aSignalWithThePreferencesOpenAndLosesNothing) {
+    RunningCopy running;
+    switchOff(running.session(), running.process());
+    const auto begin = steady_clock::now();
+    running.process().signal(GetParam());
+    EXPECT_EQ(running.process().awaitExit(), 0);
+    EXPECT_LT(steady_clock::now() - begin, 2s) << "generous on a busy machine";
+    EXPECT_EQ(running.process().standardError().toStdString(), "");
+    EXPECT_THAT(settingsFile(running.session()), HasSubstr("enabled=false"));
+}
+
+TEST_P(EndedBy, aSignalWhileAHudIsUp) {
+    Stage stage;
+    showHud(stage);
     stage.orvantile().signal(GetParam());
     EXPECT_EQ(stage.orvantile().awaitExit(), 0);
     EXPECT_TRUE(stage.huds().awaitHidden());
@@ -106,12 +114,35 @@ TEST(Termination, isLeftToOthersWhenTheUserHasSaidSo) {
 
 TEST(LossOfTheServer, endsItCleanlyWithThePreferencesOpen) {
     RunningCopy running;
-    switchOff(running);
-    killServer(running);
+    switchOff(running.session(), running.process());
+    killServer(running.session());
     EXPECT_EQ(running.process().awaitExit(), 0);
-    EXPECT_EQ(running.process().standardError().toStdString(),
-              "The X11 connection broke (error 1). Did the X11 server die?\n");
-    EXPECT_THAT(settingsFile(running), HasSubstr("enabled=false"));
+    EXPECT_THAT(running.process().standardError().toStdString(), EndsWith(lossOfTheServer));
+    EXPECT_THAT(settingsFile(running.session()), HasSubstr("enabled=false"));
+}
+
+TEST(LossOfTheServer, endsItCleanlyWhileAHudIsUp) {
+    Stage stage;
+    showHud(stage);
+    killServer(stage.session());
+    EXPECT_EQ(stage.orvantile().awaitExit(), 0);
+    EXPECT_THAT(stage.orvantile().standardError().toStdString(), EndsWith(lossOfTheServer));
+}
+
+TEST(EndOfTheSession, endsItWithoutBeingHeldUpByItsWindows) {
+    PrivateSession session({.accessibility = false}); // which the program asks about, in a window
+    SessionManager manager;
+    session.setVariable(u"SESSION_MANAGER"_s, manager.address());
+    const auto program = session.start(QStringLiteral(ORVANTILE_EXECUTABLE));
+    ASSERT_TRUE(manager.awaitClient(QDeadlineTimer(patience)));
+    const WindowWatcher windows(session.display());
+    windows.awaitWindow(titled(u"Orvantile Preferences"_s));
+    windows.awaitWindow([](const Window& window) { return window.title == u"Orvantile"; });
+    switchOff(session, *program);
+    EXPECT_TRUE(manager.logOut(QDeadlineTimer(patience)));
+    EXPECT_EQ(program->awaitExit(), 0);
+    EXPECT_EQ(program->standardError().toStdString(), "");
+    EXPECT_THAT(settingsFile(session), HasSubstr("enabled=false"));
 }
 
 } // namespace

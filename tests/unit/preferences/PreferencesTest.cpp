@@ -73,9 +73,11 @@ TEST_F(PreferencesTest, windowIsTitledKeptAndAsLargeAsItsTab) {
     EXPECT_EQ(window.view().tabSize(), QSize(480, 220));
     window.close();
     EXPECT_FALSE(window.isVisible());
+    fakes.log->clear();
     window.present();
     EXPECT_TRUE(window.isVisible());
     EXPECT_EQ(window.view().tab(), PreferencesTab::sound) << "the tab survives closing";
+    EXPECT_EQ(fakes.log->back(), u"activation.bringToFront"_s) << "in front of other applications";
     window.view().select(PreferencesTab::hud);
     EXPECT_EQ(window.view().tabSize().width(), 480);
     EXPECT_EQ(window.minimumSize(), window.maximumSize()) << "not resizable";

@@ -23,6 +23,7 @@ bool serverIsGone() {
 
 void endCleanly() {
     if (serverIsGone()) {
+        std::fputs("orvantile: the X server has gone\n", stderr);
         std::fflush(nullptr);
         std::_Exit(EXIT_SUCCESS);
     }
