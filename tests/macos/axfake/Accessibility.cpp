@@ -85,7 +85,8 @@ AXError AXUIElementCopyAttributeValue(AXUIElementRef element, CFStringRef attrib
         ax::misuse("AXUIElementCopyAttributeValue", "nowhere to put the value");
     }
     if (const auto error = copyError(fake, copied, name); error != kAXErrorSuccess) {
-        return error; // and leaves `value` as it was
+        *value = fake.garbage();
+        return error;
     }
     *value = makeValue(fake, copied.content->attributes.at(name));
     return kAXErrorSuccess;
@@ -97,6 +98,7 @@ AXError AXObserverCreate(pid_t application, AXObserverCallback callback, AXObser
         ax::misuse("AXObserverCreate", "no callback or nowhere to put the observer");
     }
     if (const auto found = fake.unobservable.find(application); found != fake.unobservable.end()) {
+        *outObserver = static_cast<AXObserverRef>(const_cast<void*>(fake.garbage()));
         return found->second;
     }
     if (fake.withoutObserver.contains(application)) {
@@ -104,6 +106,7 @@ AXError AXObserverCreate(pid_t application, AXObserverCallback callback, AXObser
     }
     auto& observer = fake.make<ax::Observer>(application, callback);
     observer.source = &fake.make<ax::Source>(application);
+    fake.observers.push_back(&observer);
     *outObserver = ax::toReference<AXObserverRef>(observer);
     return kAXErrorSuccess;
 }

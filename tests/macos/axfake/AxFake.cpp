@@ -2,7 +2,6 @@
 
 #include "macos/axfake/Objects.h"
 
-#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 
@@ -57,13 +56,9 @@ AxFake& AxFake::current() {
 }
 
 void AxFake::post(pid_t process, const QString& notification, std::shared_ptr<const FakeElement> element) {
-    for (const auto& [address, object] : objects) {
-        if (object->kind != ax::Kind::observer || object->references <= 0) {
-            continue;
-        }
-        const auto& observer = static_cast<const ax::Observer&>(*object);
-        if (observer.process == process && observer.subscriptions.contains(notification)) {
-            notifications.push_back({address, notification, element});
+    for (const auto* observer : observers) {
+        if (observer->process == process && observer->subscriptions.contains(notification)) {
+            notifications.push_back({observer, notification, element});
         }
     }
 }
@@ -75,11 +70,10 @@ int AxFake::turnRunLoop(CFRunLoopMode mode) {
     int delivered = 0;
     std::deque<Notification> waiting;
     for (const auto& notification : std::exchange(notifications, {})) {
-        auto& object = *find(notification.observer);
-        if (object.references <= 0) {
+        const auto& observer = *notification.observer;
+        if (observer.references <= 0) {
             continue; // what an observer has not heard goes with it
         }
-        const auto& observer = static_cast<const ax::Observer&>(object);
         if (!sources.contains({observer.source, mode})) {
             waiting.push_back(notification);
             continue;
@@ -87,7 +81,8 @@ int AxFake::turnRunLoop(CFRunLoopMode mode) {
         const auto& element = make<ax::Element>(observer.process, notification.element);
         const auto& name = make<ax::String>(notification.name);
         observer.callback(ax::toReference<AXObserverRef>(observer), ax::toReference<AXUIElementRef>(element),
-                          ax::toReference<CFStringRef>(name), observer.subscriptions.at(notification.name));
+                          ax::toReference<CFStringRef>(name),
+                          losesContexts ? nullptr : observer.subscriptions.at(notification.name));
         CFRelease(ax::toReference<CFTypeRef>(name));
         CFRelease(ax::toReference<CFTypeRef>(element));
         ++delivered;
@@ -115,7 +110,15 @@ ax::Object* AxFake::find(const void* reference) const {
     return found == objects.end() ? ax::findConstant(reference) : found->second.get();
 }
 
+const void* AxFake::garbage() {
+    auto& object = make<ax::String>(QString());
+    object.references = 0;
+    --living;
+    return ax::toReference<CFTypeRef>(object);
+}
+
 void AxFake::destroyed(ax::Object& object) {
+    --living;
     if (object.kind == ax::Kind::dictionary) {
         for (const auto& [key, value] : static_cast<const ax::Dictionary&>(object).entries) {
             CFRelease(key);
@@ -124,14 +127,11 @@ void AxFake::destroyed(ax::Object& object) {
     } else if (object.kind == ax::Kind::observer) {
         auto& observer = static_cast<ax::Observer&>(object);
         std::erase_if(sources, [&](const auto& entry) { return entry.first == observer.source; });
+        std::erase(observers, &observer);
         observer.source->references = 0;
+        --living;
         log("observer of " + std::to_string(observer.process) + " released");
     }
-}
-
-int AxFake::liveObjects() const {
-    return static_cast<int>(
-        std::ranges::count_if(objects, [](const auto& entry) { return entry.second->references > 0; }));
 }
 
 void AxFake::requireMainThread(const char* function) const {

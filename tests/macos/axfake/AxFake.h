@@ -18,6 +18,7 @@ namespace orvantile::test {
 
 namespace ax {
 struct Object;
+struct Observer;
 struct Source;
 } // namespace ax
 
@@ -50,7 +51,8 @@ public:
     std::set<pid_t> withoutElement;               ///< there is no application element
     std::map<QString, AXError> unservedAttribute; ///< what copying an attribute returns
     std::set<QString> unservedNotifications;
-    std::set<pid_t> gone; ///< processes that have ended
+    std::set<pid_t> gone;       ///< processes that have ended
+    bool losesContexts = false; ///< callbacks get no reference constant
 
     /// What the product has called, in order. Functions that only look at objects are left out.
     std::vector<std::string> calls;
@@ -69,13 +71,13 @@ public:
     void turn();
 
     /// Objects that somebody still holds.
-    [[nodiscard]] int liveObjects() const;
+    [[nodiscard]] int liveObjects() const { return living; }
 
     [[nodiscard]] int sourcesOnMainLoop() const { return static_cast<int>(sources.size()); }
 
     // For the doubles themselves.
     struct Notification {
-        const void* observer;
+        const ax::Observer* observer;
         QString name;
         std::shared_ptr<const FakeElement> element;
     };
@@ -84,23 +86,32 @@ public:
     Type& make(Arguments&&... arguments) {
         auto object = std::make_unique<Type>(std::forward<Arguments>(arguments)...);
         auto& made = *object;
-        objects.emplace(&made, std::move(object));
+        const ax::Object* address = &made;
+        objects.emplace(address, std::move(object));
+        ++living;
         return made;
     }
 
     void log(std::string line) { calls.push_back(std::move(line)); }
 
     [[nodiscard]] ax::Object* find(const void* reference) const;
+
+    /// A reference to an object that is no longer there: what a failed call leaves where it would have put
+    /// one.
+    [[nodiscard]] const void* garbage();
+
     void destroyed(ax::Object& object); ///< its last reference has been released
     void requireMainThread(const char* function) const;
 
     std::set<std::pair<ax::Source*, CFRunLoopMode>> sources; ///< on the main run loop
     std::deque<std::pair<dispatch_function_t, void*>> queue;
+    std::vector<ax::Observer*> observers;
 
 private:
     std::map<const void*, std::unique_ptr<ax::Object>> objects;
     std::deque<Notification> notifications;
     std::thread::id mainThread = std::this_thread::get_id();
+    int living = 0;
     bool turning = false;
 };
 

@@ -37,7 +37,7 @@ const CFBooleanRef kCFBooleanTrue = ax::toReference<CFBooleanRef>(ax::isTrue);
 const CFBooleanRef kCFBooleanFalse = ax::toReference<CFBooleanRef>(ax::isFalse);
 const CFRunLoopMode kCFRunLoopDefaultMode = ax::toReference<CFRunLoopMode>(ax::defaultMode);
 const CFRunLoopMode kCFRunLoopCommonModes = ax::toReference<CFRunLoopMode>(ax::commonModes);
-const CFStringRef kAXTrustedCheckOptionPrompt = ax::toReference<CFStringRef>(ax::promptOption);
+CFStringRef kAXTrustedCheckOptionPrompt = ax::toReference<CFStringRef>(ax::promptOption);
 const CFDictionaryKeyCallBacks kCFTypeDictionaryKeyCallBacks{};
 const CFDictionaryValueCallBacks kCFTypeDictionaryValueCallBacks{};
 

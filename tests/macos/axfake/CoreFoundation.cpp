@@ -2,28 +2,25 @@
 
 #include "macos/axfake/Objects.h"
 
-#include <cmath>
 #include <cstring>
-#include <optional>
+#include <functional>
+#include <limits>
 
 using orvantile::test::AxFake;
 namespace ax = orvantile::test::ax;
 
 namespace {
 
-/// Writes `value` as a `Target`, and says whether nothing was lost.
+/// Writes `value` as a `Target`, or 0 where it does not fit, and says whether nothing was lost.
 template <typename Target>
 Boolean write(const std::variant<std::int64_t, double>& value, void* target) {
-    const auto [result, exact] = std::visit(
-        [](auto number) {
-            const bool inRange =
-                static_cast<double>(number) >= -0x1p63 && static_cast<double>(number) < 0x1p63;
-            const auto converted = inRange ? static_cast<Target>(number) : Target{};
-            return std::pair(converted, inRange && static_cast<decltype(number)>(converted) == number);
-        },
-        value);
+    // Holds every value of either type.
+    const auto whole = std::visit([](auto number) { return static_cast<long double>(number); }, value);
+    const bool fits = whole >= static_cast<long double>(std::numeric_limits<Target>::lowest()) &&
+                      whole <= static_cast<long double>(std::numeric_limits<Target>::max());
+    const auto result = fits ? static_cast<Target>(whole) : Target{};
     std::memcpy(target, &result, sizeof result);
-    return exact;
+    return fits && std::equal_to<>()(static_cast<long double>(result), whole);
 }
 
 } // namespace

@@ -9,7 +9,7 @@ class MacAccessibilityClient final : public AccessibilityClient {
 public:
     [[nodiscard]] bool isProcessTrusted() const override;
 
-    /// The system shows its own prompt, at most once per user and version of the program.
+    /// The system shows a prompt of its own.
     void promptForTrust() override;
 
     [[nodiscard]] std::unique_ptr<AccessibilityObserver>

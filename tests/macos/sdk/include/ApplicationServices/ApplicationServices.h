@@ -31,7 +31,7 @@ typedef struct __AXObserver* AXObserverRef;
 typedef void (*AXObserverCallback)(AXObserverRef observer, AXUIElementRef element, CFStringRef notification,
                                    void* refcon);
 
-extern CFStringRef const kAXTrustedCheckOptionPrompt;
+extern CFStringRef kAXTrustedCheckOptionPrompt;
 Boolean AXIsProcessTrusted(void);
 Boolean AXIsProcessTrustedWithOptions(CFDictionaryRef options);
 
