@@ -123,6 +123,13 @@ TEST_F(ElementTest, applicationElementIsOwned) {
     EXPECT_EQ(fake.liveObjects(), 0);
 }
 
+TEST_F(ElementTest, anAttributeWhoseNameCannotBeMadeIsNotAskedFor) {
+    const auto item = element({{{u"AXTitle"_s, u"Save"_s}}});
+    fake.outOfMemory = true;
+    EXPECT_EQ(item.copyAttribute(u"AXTitle"), absent);
+    EXPECT_THAT(fake.calls, IsEmpty());
+}
+
 TEST_F(ElementTest, anElementThatWasNotGivenIsNotAsked) {
     fake.withoutElement.insert(process);
     const auto application = client.applicationElement(process);

@@ -134,6 +134,15 @@ TEST_F(ObserverTest, elementsOfOthersAreRefused) {
     EXPECT_THAT(fake.calls, IsEmpty());
 }
 
+TEST_F(ObserverTest, aNotificationWhoseNameCannotBeMadeIsRefused) {
+    const auto observer = create();
+    const auto application = client.applicationElement(process);
+    fake.calls.clear();
+    fake.outOfMemory = true;
+    EXPECT_FALSE(observer->addNotification(application, selected, nullptr));
+    EXPECT_THAT(fake.calls, IsEmpty());
+}
+
 TEST_F(ObserverTest, handsOnWhatTheSystemSays) {
     const auto observer = attach();
     post(selected, u"Save"_s);

@@ -53,6 +53,7 @@ public:
     std::set<QString> unservedNotifications;
     std::set<pid_t> gone;       ///< processes that have ended
     bool losesContexts = false; ///< callbacks get no reference constant
+    bool outOfMemory = false;   ///< no string can be made
 
     /// What the product has called, in order. Functions that only look at objects are left out.
     std::vector<std::string> calls;

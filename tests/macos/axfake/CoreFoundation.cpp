@@ -61,6 +61,9 @@ CFStringRef CFStringCreateWithCharacters(CFAllocatorRef, const UniChar* chars, C
     if (numChars < 0 || (chars == nullptr && numChars > 0)) {
         ax::misuse("CFStringCreateWithCharacters", "no characters");
     }
+    if (AxFake::current().outOfMemory) {
+        return nullptr;
+    }
     const QString text(reinterpret_cast<const QChar*>(chars), numChars);
     return ax::toReference<CFStringRef>(AxFake::current().make<ax::String>(text));
 }
