@@ -1,5 +1,6 @@
 // What the preferences take: the time until the window can be seen, CPU while a slider is dragged, memory.
 
+#include "platform/linux/desktop/FreedMemory.h"
 #include "preferences/OpenWindow.h"
 #include "preferences/controls/ValueSlider.h"
 #include "support/ProcessCost.h"
@@ -204,6 +205,7 @@ int main(int argc, char* argv[]) {
         }
         const std::string_view part(argv[1]);
         const int count = std::atoi(argv[2]);
+        orvantile::platform::desktop::returnFreedMemory(); // as the program does
         const QApplication app(argc, argv);
         return part == "first"    ? openOnce()
                : part == "again"  ? openAgain(count)

@@ -64,8 +64,12 @@ void HUDPreview::paintEvent(QPaintEvent*) {
     const auto needed = drawn.fittingSize();
     const QRectF place((width() - needed.width) / 2, (height() - needed.height) / 2, needed.width,
                        needed.height);
-    painter.translate(place.topLeft());
-    drawn.paint(painter, drawn.translucent ? background.blurredBehind(place, devicePixelRatioF()) : QImage());
+    const auto seen = place & QRectF(rect());
+    const auto behind = drawn.translucent
+                            ? platform::BackdropPicture(background.blurredBehind(seen, devicePixelRatioF()))
+                            : platform::BackdropPicture(platform::NoBackdrop{});
+    painter.drawImage(seen.topLeft(),
+                      drawn.picture(devicePixelRatioF(), behind, seen.translated(-place.topLeft())));
 }
 
 } // namespace orvantile

@@ -99,6 +99,11 @@ void PreferencesView::fit() {
         hudTab->setRoom({tabWidth, heightLimit - above});
     }
     setFixedSize(tabWidth, std::min(above + tabSize().height(), heightLimit));
+    // Now, not with further events: the window would be drawn in between.
+    layout.activate();
+    if (parentWidget() != nullptr && parentWidget()->layout() != nullptr) {
+        parentWidget()->layout()->activate();
+    }
 }
 
 bool PreferencesView::eventFilter(QObject* watched, QEvent* event) {

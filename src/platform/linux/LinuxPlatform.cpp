@@ -2,6 +2,7 @@
 #include "platform/linux/X11Platform.h"
 #include "platform/linux/desktop/CanberraSounds.h"
 #include "platform/linux/desktop/DesktopAppearance.h"
+#include "platform/linux/desktop/FreedMemory.h"
 #include "platform/linux/desktop/IniDefaults.h"
 #include "platform/linux/desktop/QtScheduler.h"
 #include "platform/linux/desktop/launch/LinuxLaunch.h"
@@ -29,6 +30,7 @@ std::unique_ptr<Platform> makeWindowlessPlatform() {
 } // namespace
 
 std::optional<QString> prepareProcess() {
+    desktop::returnFreedMemory();
     const auto wanted = qgetenv(platformVariable);
     if (!wanted.isEmpty() && !wanted.startsWith("xcb")) {
         return std::nullopt; // the user knows better

@@ -1,10 +1,22 @@
 #include "preferences/controls/Drawing.h"
 
+#include <QImage>
 #include <QPaintDevice>
 #include <algorithm>
 #include <cmath>
 
 namespace orvantile {
+namespace {
+
+/// Whether the edges lie between device pixels.
+bool isAligned(const QRectF& area, double scale) {
+    const auto whole = [scale](double edge) {
+        return std::abs(edge * scale - std::round(edge * scale)) < 1e-6;
+    };
+    return whole(area.left()) && whole(area.top()) && whole(area.right()) && whole(area.bottom());
+}
+
+} // namespace
 
 double hairline(const QPainter& painter) {
     const double scale = painter.device() != nullptr ? painter.device()->devicePixelRatioF() : 1.0;
@@ -23,6 +35,41 @@ void drawEdged(QPainter& painter, const QRectF& area, double radius, const QColo
         painter.setBrush(Qt::NoBrush);
         painter.drawRoundedRect(area.adjusted(inset, inset, -inset, -inset), radius - inset, radius - inset);
     }
+}
+
+void drawEdgedCard(QPainter& painter, const QRectF& area, double radius, const QColor& fill,
+                   const QColor& edge) {
+    const double scale = painter.device()->devicePixelRatioF();
+    const int corner = static_cast<int>(std::ceil(radius * scale)) + 1; // pixels
+    const double size = corner / scale;
+    if (!isAligned(area, scale) || area.width() < 2 * size || area.height() < 2 * size) {
+        drawEdged(painter, area, radius, fill, edge);
+        return;
+    }
+    // The corners are those of a small card.
+    QImage small(2 * corner, 2 * corner, QImage::Format_ARGB32_Premultiplied);
+    small.setDevicePixelRatio(scale);
+    small.fill(Qt::transparent);
+    QPainter smallPainter(&small);
+    drawEdged(smallPainter, QRectF(0, 0, 2 * size, 2 * size), radius, fill, edge);
+    smallPainter.end();
+    for (const bool right : {false, true}) {
+        for (const bool bottom : {false, true}) {
+            painter.drawImage(QPointF(right ? area.right() - size : area.left(),
+                                      bottom ? area.bottom() - size : area.top()),
+                              small, QRect(right ? corner : 0, bottom ? corner : 0, corner, corner));
+        }
+    }
+
+    painter.setRenderHint(QPainter::Antialiasing, false);
+    painter.fillRect(area.adjusted(size, 0, -size, 0), fill);
+    painter.fillRect(QRectF(area.left(), area.top() + size, size, area.height() - 2 * size), fill);
+    painter.fillRect(QRectF(area.right() - size, area.top() + size, size, area.height() - 2 * size), fill);
+    const double width = hairline(painter);
+    painter.fillRect(QRectF(area.left() + size, area.top(), area.width() - 2 * size, width), edge);
+    painter.fillRect(QRectF(area.left() + size, area.bottom() - width, area.width() - 2 * size, width), edge);
+    painter.fillRect(QRectF(area.left(), area.top() + size, width, area.height() - 2 * size), edge);
+    painter.fillRect(QRectF(area.right() - width, area.top() + size, width, area.height() - 2 * size), edge);
 }
 
 void drawFocusRing(QPainter& painter, const QRectF& area, double radius, const QColor& accent) {

@@ -12,6 +12,10 @@ namespace orvantile {
 /// A rounded rectangle whose edge lies inside `area`.
 void drawEdged(QPainter& painter, const QRectF& area, double radius, const QColor& fill, const QColor& edge);
 
+/// The same for areas much larger than their corners, many times faster.
+void drawEdgedCard(QPainter& painter, const QRectF& area, double radius, const QColor& fill,
+                   const QColor& edge);
+
 /// The mark of the control that the keyboard speaks to, just outside `area`.
 void drawFocusRing(QPainter& painter, const QRectF& area, double radius, const QColor& accent);
 

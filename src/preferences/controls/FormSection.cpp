@@ -45,7 +45,7 @@ void FormSection::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     const auto area = card();
     const auto edge = palette().color(QPalette::Mid);
-    drawEdged(painter, area, cardRadius, palette().color(QPalette::Base), edge);
+    drawEdgedCard(painter, area, cardRadius, palette().color(QPalette::Base), edge);
     painter.setRenderHint(QPainter::Antialiasing, false);
     const double line = hairline(painter);
     bool first = true;
