@@ -1,9 +1,9 @@
-#include "desktop/x11/MainLoop.h"
 #include "platform/linux/X11Platform.h"
 #include "preferences/PreferencesWindow.h"
 #include "support/QtPrinting.h"
 #include "support/desktop/CurrentSession.h"
 #include "support/desktop/KeyInjector.h"
+#include "support/desktop/MainLoop.h"
 #include "support/desktop/Screenshot.h"
 #include "support/desktop/WindowWatcher.h"
 
