@@ -4,6 +4,7 @@
 #include "platform/linux/desktop/PermissionPrompt.h"
 #include "platform/linux/desktop/QtScheduler.h"
 #include "platform/linux/desktop/accessibilitysettings/AccessibilitySettings.h"
+#include "platform/linux/helper/ReportFeed.h"
 #include "platform/linux/session/LinuxAccessibility.h"
 #include "platform/linux/session/LinuxWorkspace.h"
 #include "platform/linux/session/ShortcutSource.h"
@@ -88,6 +89,7 @@ struct Desktop {
     x11::Compositor compositor;
     std::unique_ptr<a11y::BusMenuModel> menus;
     session::ShortcutSource source;
+    helper::ReportFeed reports{session, source};
     PermissionPrompt prompt;
     desktop::AccessibilitySettings settings;
     std::unique_ptr<x11::ScreenGrab> grab;

@@ -3,12 +3,16 @@
 #include "platform/linux/session/ApplicationNode.h"
 #include "platform/linux/session/LinuxObserver.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace orvantile::platform::session {
 namespace {
 
 constexpr std::int32_t nobody = -1;
+
+const auto itemSelected = QStringLiteral("AXMenuItemSelected");
+constexpr QStringView title = u"AXTitle";
 
 } // namespace
 
@@ -73,21 +77,64 @@ void ShortcutSource::keyPressed(const keys::Candidates& candidates) {
     if (attached == nullptr || !window || window->processIdentifier != attached->processIdentifier()) {
         return;
     }
+    latestTitle = {};
+    if (believed) {
+        return;
+    }
     if (auto node = menus.commandFor(*window, candidates)) {
-        attached->post(QStringLiteral("AXMenuItemSelected"), AccessibilityElement(std::move(node)));
+        latestTitle = node->copyAttribute(title);
+        attached->post(itemSelected, AccessibilityElement(std::move(node)));
     }
 }
 
+void ShortcutSource::menusTold(std::int32_t processIdentifier, int openMenus) {
+    believe(processIdentifier, openMenus);
+}
+
+void ShortcutSource::commandTold(std::int32_t processIdentifier, int openMenus,
+                                 std::shared_ptr<const AccessibilityNode> command) {
+    const bool first = !believed;
+    if (!believe(processIdentifier, openMenus)) {
+        return;
+    }
+    // The key press came before, and the table may have named its command already.
+    if (first && latestTitle != AttributeValue() && latestTitle == command->copyAttribute(title)) {
+        return;
+    }
+    attached->post(itemSelected, AccessibilityElement(std::move(command)));
+}
+
+/// False when the process is not the one in front.
+bool ShortcutSource::believe(std::int32_t processIdentifier, int openMenus) {
+    if (attached == nullptr || attached->processIdentifier() != processIdentifier) {
+        return false;
+    }
+    believed = true;
+    const bool closed = postedMenus > openMenus;
+    while (postedMenus != openMenus) {
+        postMenu(postedMenus < openMenus);
+    }
+    if (closed) {
+        menus.menuClosed();
+    }
+    return true;
+}
+
+void ShortcutSource::postMenu(bool opened) {
+    postedMenus = std::max(postedMenus + (opened ? 1 : -1), 0);
+    const AccessibilityElement application(std::make_shared<ApplicationNode>(attached->processIdentifier()));
+    attached->post(opened ? QStringLiteral("AXMenuOpened") : QStringLiteral("AXMenuClosed"), application);
+}
+
 void ShortcutSource::menuChanged(std::int32_t processIdentifier, bool opened) {
-    if (attached == nullptr) {
+    if (attached == nullptr || believed) {
         return;
     }
     // A menu window that does not say whose it is belongs to the application in front.
     if (processIdentifier > 0 && processIdentifier != attached->processIdentifier()) {
         return;
     }
-    const AccessibilityElement application(std::make_shared<ApplicationNode>(attached->processIdentifier()));
-    attached->post(opened ? QStringLiteral("AXMenuOpened") : QStringLiteral("AXMenuClosed"), application);
+    postMenu(opened);
     if (!opened) {
         menus.menuClosed();
     }
@@ -98,14 +145,16 @@ void ShortcutSource::attach(LinuxObserver& observer) {
         attached->wasDetached();
     }
     attached = &observer;
+    postedMenus = 0;
+    believed = false;
+    latestTitle = {};
     menus.follow(observer.processIdentifier());
     if (const auto window = session.activeWindow();
         window && window->processIdentifier == observer.processIdentifier()) {
         menus.windowActivated(*window);
     }
-    const AccessibilityElement application(std::make_shared<ApplicationNode>(observer.processIdentifier()));
     for (int open = session.openMenus(observer.processIdentifier()); open > 0; --open) {
-        observer.post(QStringLiteral("AXMenuOpened"), application);
+        postMenu(true);
     }
 }
 

@@ -30,12 +30,22 @@ public:
     [[nodiscard]] std::unique_ptr<AccessibilityObserver>
     createObserver(std::int32_t processIdentifier, AccessibilityObserver::Callback callback);
 
+    /// The process itself tells how many of its menus are open. While it stays in front it is believed from
+    /// then on: neither windows nor the table of accelerators count any more.
+    void menusTold(std::int32_t processIdentifier, int openMenus);
+
+    /// The process itself tells that a shortcut has fired a command of its menus.
+    void commandTold(std::int32_t processIdentifier, int openMenus,
+                     std::shared_ptr<const AccessibilityNode> command);
+
 private:
     friend class LinuxObserver;
 
     void activeWindowChanged(const std::optional<ActiveWindow>& window);
     void keyPressed(const keys::Candidates& candidates);
     void menuChanged(std::int32_t processIdentifier, bool opened);
+    bool believe(std::int32_t processIdentifier, int openMenus);
+    void postMenu(bool opened);
     void attach(LinuxObserver& observer);
     void detach(LinuxObserver& observer);
 
@@ -45,6 +55,9 @@ private:
     std::vector<Workspace::ActivationHandler> activationHandlers;
     std::int32_t announcedProcess = -1;
     LinuxObserver* attached = nullptr; ///< not owned; it detaches itself
+    int postedMenus = 0;               ///< that the attached observer takes to be open
+    bool believed = false;             ///< the attached process tells for itself
+    AttributeValue latestTitle;        ///< of the command that the latest key press named by the table
 };
 
 } // namespace orvantile::platform::session
