@@ -234,6 +234,92 @@ TEST_F(ShortcutSourceTest, closedMenusAskForAFreshTable) {
     EXPECT_THAT(menus.log, ElementsAre(u"menu closed"_s));
 }
 
+/// A command that an application names by itself.
+class ToldCommand final : public AccessibilityNode {
+public:
+    explicit ToldCommand(QString title_) : title(std::move(title_)) {}
+
+    [[nodiscard]] AttributeValue copyAttribute(QStringView name) const override {
+        return name == u"AXTitle" ? AttributeValue(title) : AttributeValue();
+    }
+
+private:
+    QString title;
+};
+
+class ToldShortcutTest : public ShortcutSourceTest {
+protected:
+    void tell(std::int32_t process, const QString& title, int openMenus = 0) {
+        source.commandTold(process, openMenus, std::make_shared<ToldCommand>(title));
+        fakes.scheduler->turn();
+    }
+};
+
+TEST_F(ToldShortcutTest, isReportedForTheProcessInFrontOnly) {
+    start(document);
+    tell(editor, u"New"_s);
+    tell(browser, u"Back"_s);
+    EXPECT_THAT(reports, ElementsAre(u"- New"_s));
+}
+
+TEST_F(ToldShortcutTest, whatTheTableHasNamedIsNotReportedTwice) {
+    start(document);
+    press(ctrlS);
+    tell(editor, u"Save"_s);
+    EXPECT_THAT(reports, ElementsAre(u"⌃S Save"_s));
+    // From here on the process is believed, and the table is not asked.
+    press(ctrlS);
+    tell(editor, u"Save"_s);
+    EXPECT_THAT(reports, ElementsAre(u"⌃S Save"_s, u"- Save"_s));
+}
+
+TEST_F(ToldShortcutTest, keysPressedLaterDoNotHideWhatIsTold) {
+    start(document);
+    press(ctrlS);
+    press(ctrlZ);
+    tell(editor, u"Save"_s);
+    EXPECT_THAT(reports, ElementsAre(u"⌃S Save"_s, u"- Save"_s));
+}
+
+TEST_F(ToldShortcutTest, openMenusOfTheProcessGateIt) {
+    start(document);
+    source.menusTold(editor, 2);
+    tell(editor, u"New"_s, 2);
+    EXPECT_THAT(reports, IsEmpty());
+    tell(editor, u"Open"_s); // the messages about the closing have been lost
+    EXPECT_THAT(reports, ElementsAre(u"- Open"_s));
+}
+
+TEST_F(ToldShortcutTest, menusThatWindowsAndTheProcessTellCountOnce) {
+    start(document);
+    desktop.onMenuOpened(editor);
+    source.menusTold(editor, 1);
+    tell(editor, u"New"_s, 1);
+    EXPECT_THAT(reports, IsEmpty());
+    source.menusTold(editor, 0);
+    desktop.onMenuClosed(editor);
+    desktop.onMenuOpened(editor); // a window that looks like a menu
+    tell(editor, u"New"_s);
+    EXPECT_THAT(reports, ElementsAre(u"- New"_s));
+}
+
+TEST_F(ToldShortcutTest, anotherProcessInFrontIsJudgedByTheTableAgain) {
+    start(document);
+    tell(editor, u"New"_s);
+    desktop.activate(page);
+    desktop.activate(document);
+    press(ctrlS);
+    EXPECT_THAT(reports, ElementsAre(u"- New"_s, u"⌃S Save"_s));
+}
+
+TEST_F(ToldShortcutTest, closedMenusAskForAFreshTableToo) {
+    start(document);
+    source.menusTold(editor, 1);
+    menus.log.clear();
+    source.menusTold(editor, 0);
+    EXPECT_THAT(menus.log, ElementsAre(u"menu closed"_s));
+}
+
 TEST_F(ShortcutSourceTest, trustNeedsBothTheBusAndKeys) {
     auto& accessibility = *fakes.platform().accessibility;
     EXPECT_TRUE(accessibility.isProcessTrusted());
