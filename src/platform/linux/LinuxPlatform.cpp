@@ -24,6 +24,7 @@ constexpr auto platformVariable = "QT_QPA_PLATFORM";
 std::unique_ptr<Platform> makeWindowlessPlatform() {
     auto platform = makeNullPlatform();
     platform->scheduler = std::make_unique<desktop::QtScheduler>();
+    platform->appearance = std::make_unique<desktop::DesktopAppearance>();
     return platform;
 }
 
@@ -57,7 +58,6 @@ std::unique_ptr<Platform> makePlatform() {
     QObject::connect(qGuiApp, &QGuiApplication::aboutToQuit, qGuiApp,
                      [&defaults = *defaults] { defaults.synchronize(); });
     platform->defaults = std::move(defaults);
-    platform->appearance = std::make_unique<desktop::DesktopAppearance>();
     platform->sounds = std::make_unique<desktop::CanberraSounds>(desktop::SoundFolder::ofProgram());
     platform->statusBar =
         std::make_unique<desktop::LinuxStatusBar>(*platform->scheduler, *platform->appearance);

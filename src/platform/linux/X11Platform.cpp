@@ -1,6 +1,7 @@
 #include "platform/linux/X11Platform.h"
 
 #include "platform/linux/a11y/BusMenuModel.h"
+#include "platform/linux/desktop/DesktopAppearance.h"
 #include "platform/linux/desktop/PermissionPrompt.h"
 #include "platform/linux/desktop/QtScheduler.h"
 #include "platform/linux/desktop/accessibilitysettings/AccessibilitySettings.h"
@@ -13,6 +14,7 @@
 #include "platform/linux/x11/ServerLoss.h"
 #include "platform/linux/x11/StartupIdentifier.h"
 #include "platform/linux/x11/X11Activation.h"
+#include "platform/linux/x11/SharedTheme.h"
 #include "platform/linux/x11/X11Backdrop.h"
 #include "platform/linux/x11/X11Panels.h"
 #include "platform/linux/x11/X11Screens.h"
@@ -36,6 +38,7 @@ struct Desktop {
         : connection(std::move(connection_)),
           session(*connection),
           compositor(*connection),
+          theme(*connection),
           menus(a11y::makeBusMenuModel([this] { session.drain(); })),
           source(session, *menus, getpid()),
           prompt(scheduler, {.obstacle = [this] { return obstacle(); }, .turnOn = [this] { turnOn(); }}),
@@ -87,6 +90,7 @@ struct Desktop {
     std::unique_ptr<x11::XConnection> connection;
     x11::X11Session session;
     x11::Compositor compositor;
+    x11::SharedTheme theme;
     std::unique_ptr<a11y::BusMenuModel> menus;
     session::ShortcutSource source;
     helper::ReportFeed reports{session, source};
@@ -103,6 +107,7 @@ std::unique_ptr<Platform> makeX11Platform() {
     platform->scheduler = std::make_unique<desktop::QtScheduler>();
     auto connection = x11::XConnection::open();
     if (!connection) {
+        platform->appearance = std::make_unique<desktop::DesktopAppearance>();
         return platform;
     }
     x11::watchServer(xcb_get_file_descriptor(connection->get()));
@@ -131,6 +136,8 @@ std::unique_ptr<Platform> makeX11Platform() {
 
     desktop->session.start();
     x.synchronize();
+    platform->appearance = std::make_unique<desktop::DesktopAppearance>(
+        desktop::DesktopAppearance::Sources::ofSession(), &desktop->theme);
     return platform;
 }
 

@@ -38,18 +38,33 @@ DesktopAppearance::Sources DesktopAppearance::Sources::ofSession() {
             .kde = desktops.contains(QStringLiteral("KDE"))};
 }
 
-DesktopAppearance::DesktopAppearance(const Sources& sources)
-    : portal(sources.sessionBus),
+DesktopAppearance::DesktopAppearance(const Sources& sources, LiveTheme* theme_)
+    : kde(sources.kde),
+      theme(theme_),
+      portal(sources.sessionBus),
       files(sources.configuration, sources.kde),
       dark(look()) {
     portal.onChanged = [this] { update(); };
     files.onChanged = [this] { update(); };
     palette = std::make_unique<PaletteWatcher>([this] { update(); });
+    if (theme != nullptr) {
+        theme->onChanged = [this] { update(); };
+    }
+}
+
+DesktopAppearance::~DesktopAppearance() {
+    if (theme != nullptr) {
+        theme->onChanged = nullptr;
+    }
 }
 
 bool DesktopAppearance::look() const {
     if (const auto says = portal.isDark()) {
         return *says;
+    }
+    const auto announced = theme != nullptr ? theme->isDark() : std::nullopt;
+    if (announced && !kde) { // KDE announces but the theme of GTK programs
+        return *announced;
     }
     if (const auto says = files.isDark()) {
         return *says;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/Appearance.h"
+#include "platform/linux/desktop/LiveTheme.h"
 #include "platform/linux/desktop/SettingsPortal.h"
 #include "platform/linux/desktop/ThemeFiles.h"
 
@@ -13,8 +14,9 @@
 
 namespace orvantile::platform::desktop {
 
-/// Whether the desktop is dark: as its settings portal says, else as GTK's or KDE's settings say, else as the
-/// toolkit's palette looks. All of them are followed, none is polled or waited for.
+/// Whether the desktop is dark: as its settings portal says, else as the running desktop announces, else as
+/// GTK's or KDE's settings files say, else as the toolkit's palette looks. All of them are followed, none is
+/// polled or waited for.
 class DesktopAppearance final : public Appearance {
 public:
     /// Where to look.
@@ -26,7 +28,9 @@ public:
         [[nodiscard]] static Sources ofSession();
     };
 
-    explicit DesktopAppearance(const Sources& sources = Sources::ofSession());
+    /// `theme`, when there is one, lives as long as this.
+    explicit DesktopAppearance(const Sources& sources = Sources::ofSession(), LiveTheme* theme = nullptr);
+    ~DesktopAppearance() override;
 
     [[nodiscard]] bool isDark() const override { return dark; }
 
@@ -38,6 +42,8 @@ private:
     [[nodiscard]] bool look() const;
     void update();
 
+    bool kde;
+    LiveTheme* theme;
     SettingsPortal portal;
     ThemeFiles files;
     std::unique_ptr<QObject> palette; ///< watches it

@@ -39,6 +39,9 @@ Atoms Atoms::intern(xcb_connection_t* connection, int screenNumber) {
         {&Atoms::userTimeWindow, "_NET_WM_USER_TIME_WINDOW"},
         {&Atoms::startupInfo, "_NET_STARTUP_INFO"},
         {&Atoms::startupInfoBegin, "_NET_STARTUP_INFO_BEGIN"},
+        {&Atoms::manager, "MANAGER"},
+        {&Atoms::settingsManager, "_XSETTINGS_S" + std::to_string(screenNumber)},
+        {&Atoms::sharedSettings, "_XSETTINGS_SETTINGS"},
     };
     std::vector<xcb_intern_atom_cookie_t> cookies;
     cookies.reserve(names.size());

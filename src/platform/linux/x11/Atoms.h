@@ -35,6 +35,9 @@ struct Atoms {
     xcb_atom_t userTimeWindow = 0;
     xcb_atom_t startupInfo = 0;
     xcb_atom_t startupInfoBegin = 0;
+    xcb_atom_t manager = 0;         ///< the message that announces the owner of a selection
+    xcb_atom_t settingsManager = 0; ///< the selection that the settings manager owns
+    xcb_atom_t sharedSettings = 0;
 
     /// Asks the server for all of them in one round trip. What cannot be had is 0.
     [[nodiscard]] static Atoms intern(xcb_connection_t* connection, int screenNumber);

@@ -1,0 +1,81 @@
+#include "platform/linux/x11/SharedTheme.h"
+
+#include "desktop/x11/MainLoop.h"
+#include "support/desktop/CurrentSession.h"
+
+#include <csignal>
+#include <gmock/gmock.h>
+
+namespace orvantile::platform::x11 {
+namespace {
+
+using test::awaitThat;
+using test::CurrentSession;
+using Qt::StringLiterals::operator""_s;
+
+class SharedThemeTest : public ::testing::Test {
+protected:
+    SharedThemeTest() {
+        connection->synchronize();
+        theme.onChanged = [this] { ++changes; };
+    }
+
+    void startManager(const QByteArray& settings) {
+        configuration = desktop.writeFile(u".xsettingsd"_s, settings);
+        manager = desktop.start(u"xsettingsd"_s, {u"--config"_s, configuration});
+    }
+
+    void change(const QByteArray& settings) {
+        desktop.writeFile(u".xsettingsd"_s, settings);
+        ASSERT_EQ(::kill(manager->processIdentifier(), SIGHUP), 0);
+    }
+
+    [[nodiscard]] bool awaitDark(std::optional<bool> value) {
+        return awaitThat([&] { return theme.isDark() == value; });
+    }
+
+    test::PrivateSession& desktop = CurrentSession::get();
+    std::unique_ptr<XConnection> connection = XConnection::open();
+    SharedTheme theme{*connection};
+    QString configuration;
+    std::unique_ptr<test::ChildProcess> manager;
+    int changes = 0;
+};
+
+TEST_F(SharedThemeTest, saysNothingWithoutAManager) {
+    EXPECT_EQ(theme.isDark(), std::nullopt);
+}
+
+TEST_F(SharedThemeTest, followsAManagerThatComesLateChangesAndRestarts) {
+    startManager("Net/ThemeName \"Adwaita-dark\"\n");
+    ASSERT_TRUE(awaitDark(true));
+    change("Net/ThemeName \"Adwaita\"\n");
+    ASSERT_TRUE(awaitDark(false));
+    change("Net/ThemeName \"Adwaita\"\nGtk/ApplicationPreferDarkTheme 1\n");
+    ASSERT_TRUE(awaitDark(true));
+    EXPECT_EQ(changes, 3);
+    manager.reset();
+    ASSERT_TRUE(awaitDark(std::nullopt));
+    startManager("Net/ThemeName \"Arc-Dark\"\n");
+    EXPECT_TRUE(awaitDark(true));
+}
+
+TEST_F(SharedThemeTest, isTheOneOfAManagerThatRunsAlready) {
+    startManager("Net/ThemeName \"Yaru-blue-dark\"\n");
+    ASSERT_TRUE(awaitDark(true));
+    SharedTheme later(*connection);
+    connection->synchronize();
+    EXPECT_TRUE(awaitThat([&] { return later.isDark() == true; }));
+}
+
+TEST_F(SharedThemeTest, saysNothingWhereTheThemeIsNotSet) {
+    startManager("Net/DoubleClickTime 400\nNet/ThemeName 7\n");
+    connection->synchronize();
+    change("Net/ThemeName \"Adwaita-dark\"\n");
+    ASSERT_TRUE(awaitDark(true));
+    change("Net/DoubleClickTime 400\nNet/ThemeName 7\n");
+    EXPECT_TRUE(awaitDark(std::nullopt));
+}
+
+} // namespace
+} // namespace orvantile::platform::x11
