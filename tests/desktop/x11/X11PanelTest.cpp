@@ -41,6 +41,7 @@ public:
 
     void prepare(const Rect& frame, double scale) override {
         preparedScale = scale;
+        ++preparations;
         picture = QImage(static_cast<int>(frame.width * scale), static_cast<int>(frame.height * scale),
                          QImage::Format_ARGB32_Premultiplied);
         picture.fill(Qt::transparent);
@@ -57,6 +58,7 @@ public:
 
     double entrance = 0;
     double preparedScale = 0;
+    int preparations = 0;
 
 private:
     QString label;
@@ -200,6 +202,34 @@ TEST_F(X11PanelTest, staysWithoutABlackBoxWhenACompositorStartsAndStops) {
     turnFor(200);
     EXPECT_EQ(pixelAt(middle), red);
     EXPECT_EQ(pixelAt(margin), green);
+}
+
+TEST_F(X11PanelTest, drawsItsContentAnewWhereTheBlurIsAnothersFromNowOn) {
+    const auto& atoms = connection->atoms();
+    const auto offerBlur = [&](bool offered) {
+        constexpr std::uint32_t any = 1;
+        if (offered) {
+            xcb_change_property(connection->get(), XCB_PROP_MODE_REPLACE, connection->root(),
+                                atoms.blurBehind, XCB_ATOM_CARDINAL, 32, 1, &any);
+        } else {
+            xcb_delete_property(connection->get(), connection->root(), atoms.blurBehind);
+        }
+        connection->synchronize();
+    };
+    const auto content = std::make_shared<BarContent>();
+    showGround();
+    show(content);
+    ASSERT_TRUE(awaitPixel(middle, red));
+    EXPECT_EQ(content->preparations, 1);
+    offerBlur(true);
+    ASSERT_FALSE(compositor.blurs());
+    desktop.startCompositor();
+    EXPECT_TRUE(awaitThat([&] { return compositor.blurs() && content->preparations == 2; }));
+    EXPECT_TRUE(std::holds_alternative<CompositorBlurs>(backdrop.behind({100, 500, 200, 60})));
+    desktop.stopCompositor();
+    EXPECT_TRUE(awaitThat([&] { return !compositor.isRunning() && content->preparations == 3; }));
+    EXPECT_TRUE(awaitThat([&] { return pixelAt(middle) == red && pixelAt(margin) == green; }));
+    offerBlur(false);
 }
 
 TEST_F(X11PanelTest, neverTakesTheFocus) {

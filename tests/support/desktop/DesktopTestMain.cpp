@@ -13,7 +13,10 @@ namespace {
 orvantile::test::WindowManager windowManager() {
     using enum orvantile::test::WindowManager;
     const auto name = qgetenv("ORVANTILE_TEST_WINDOW_MANAGER");
-    return name == "xfwm4" ? xfwm4 : name == "kwin" ? kwin : openbox;
+    return name == "xfwm4"               ? xfwm4
+           : name == "xfwm4-compositing" ? xfwm4Compositing
+           : name == "kwin"              ? kwin
+                                         : openbox;
 }
 
 } // namespace

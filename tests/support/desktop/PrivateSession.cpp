@@ -77,6 +77,7 @@ PrivateSession::~PrivateSession() {
 void PrivateSession::startWindowManager(WindowManager which) {
     const XConnection x(displayName);
     x.select(x.root(), XCB_EVENT_MASK_PROPERTY_CHANGE);
+    compositesItself = which == WindowManager::xfwm4Compositing;
     switch (which) {
     case WindowManager::none:
         return;
@@ -85,6 +86,10 @@ void PrivateSession::startWindowManager(WindowManager which) {
         break;
     case WindowManager::xfwm4:
         windowManager = start(QStringLiteral("xfwm4"), {QStringLiteral("--compositor=off")});
+        break;
+    case WindowManager::xfwm4Compositing:
+        setOwnCompositing(false);
+        windowManager = start(QStringLiteral("xfwm4"));
         break;
     case WindowManager::kwin:
         windowManager = start(QStringLiteral("kwin_x11"), {QStringLiteral("--no-kactivities")});
@@ -106,15 +111,35 @@ void PrivateSession::startCompositor() {
         xcb_xfixes_query_version_reply(x.get(), xcb_xfixes_query_version(x.get(), 5, 0), nullptr));
     xcb_xfixes_select_selection_input(x.get(), x.root(), x.atom("_NET_WM_CM_S0"),
                                       XCB_XFIXES_SELECTION_EVENT_MASK_SET_SELECTION_OWNER);
-    compositor = start(QStringLiteral("picom"), {QStringLiteral("--config"), QStringLiteral("/dev/null"),
-                                                 QStringLiteral("--backend"), QStringLiteral("xrender")});
+    if (compositesItself) {
+        setOwnCompositing(true);
+    } else {
+        compositor = start(QStringLiteral("picom"), {QStringLiteral("--config"), QStringLiteral("/dev/null"),
+                                                     QStringLiteral("--backend"), QStringLiteral("xrender")});
+    }
     if (!x.await([&x] { return hasCompositor(x); }, {}, QDeadlineTimer(patience))) {
-        fail(u"picom did not start: " % QString::fromUtf8(compositor->standardError()));
+        fail(u"the compositor did not start: " %
+             QString::fromUtf8((compositesItself ? windowManager : compositor)->standardError()));
     }
 }
 
 void PrivateSession::stopCompositor() {
     compositor.reset();
+    if (compositesItself) {
+        setOwnCompositing(false);
+    }
+}
+
+void PrivateSession::setOwnCompositing(bool enabled) const {
+    const auto query =
+        start(QStringLiteral("xfconf-query"),
+              {QStringLiteral("--channel"), QStringLiteral("xfwm4"), QStringLiteral("--property"),
+               QStringLiteral("/general/use_compositing"), QStringLiteral("--create"),
+               QStringLiteral("--type"), QStringLiteral("bool"), QStringLiteral("--set"),
+               enabled ? QStringLiteral("true") : QStringLiteral("false")});
+    if (query->awaitExit() != 0) {
+        fail(u"xfconf-query failed: " % QString::fromUtf8(query->standardError()));
+    }
 }
 
 void PrivateSession::setKeyboardLayout(const QString& layout, const QString& options) const {

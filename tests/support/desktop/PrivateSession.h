@@ -7,13 +7,19 @@
 
 namespace orvantile::test {
 
-enum class WindowManager { none, openbox, xfwm4, kwin };
+enum class WindowManager {
+    none,
+    openbox,
+    xfwm4,
+    xfwm4Compositing, ///< is the compositor as well, once that is started
+    kwin
+};
 
 /// What a private session is made of.
 struct SessionOptions {
     QSize screen{1280, 800}; ///< pixels
     WindowManager windowManager = WindowManager::openbox;
-    bool compositor = false; ///< picom
+    bool compositor = false; ///< the window manager's own where chosen, else picom
     bool sessionBus = true;
     bool accessibility = true; ///< the accessibility bus, switched on; needs the session bus
     QString keyboardLayout = QStringLiteral("us"); ///< as setxkbmap names it; several with commas
@@ -47,11 +53,13 @@ public:
 
 private:
     void startServer(const SessionOptions& options);
+    void setOwnCompositing(bool enabled) const;
 
     QString displayName;
     std::unique_ptr<ChildProcess> server;
     std::unique_ptr<ChildProcess> windowManager;
     std::unique_ptr<ChildProcess> compositor;
+    bool compositesItself = false; ///< the window manager
 };
 
 } // namespace orvantile::test

@@ -151,10 +151,17 @@ void X11Panel::compositorChanged() {
     underlay.reset();
     covering = false;
     grab.forget();
-    if (compositor.isRunning() || !window.isShown()) {
+    if (!window.isShown()) {
+        prepared = false;
         frames.invalidate();
         return;
     }
+    if (compositor.isRunning()) {
+        prepared = prepared && !compositor.blurs(); // a picture with a blur of its own serves as well
+        frames.invalidate();
+        return;
+    }
+    prepared = false;
     // What lies beneath can only be seen once the panel is off and the windows there have drawn themselves.
     constexpr double repaintSeconds = 0.05;
     frames.setVisible(false);
