@@ -1,7 +1,7 @@
 #include "platform/linux/x11/SharedTheme.h"
 
-#include "desktop/x11/MainLoop.h"
 #include "support/desktop/CurrentSession.h"
+#include "support/desktop/MainLoop.h"
 
 #include <csignal>
 #include <gmock/gmock.h>

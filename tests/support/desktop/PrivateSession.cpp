@@ -157,14 +157,54 @@ void PrivateSession::stopServer() {
     server.reset();
 }
 
+std::unique_ptr<ChildProcess> PrivateSession::startServerWithOutputs(const SessionOptions& options) const {
+    const auto file = writeFile(QStringLiteral("server.conf"), R"(
+Section "Device"
+    Identifier "device"
+    Driver "dummy"
+    VideoRam 128000
+EndSection
+Section "Monitor"
+    Identifier "monitor"
+    HorizSync 5-1000
+    VertRefresh 5-200
+    Modeline "1280x800" 83.5 1280 1352 1480 1680 800 803 809 831
+    Modeline "800x1280" 83.5 800 852 980 1180 1280 1283 1289 1311
+EndSection
+Section "Screen"
+    Identifier "screen"
+    Device "device"
+    Monitor "monitor"
+    DefaultDepth 24
+    SubSection "Display"
+        Depth 24
+        Modes "1280x800" "800x1280"
+    EndSubSection
+EndSection
+Section "ServerFlags"
+    Option "AutoAddDevices" "false"
+    Option "AllowMouseOpenFail" "true"
+EndSection
+)");
+    return start(QStringLiteral("Xorg"),
+                 QStringList{QStringLiteral("-displayfd"), QStringLiteral("1"), QStringLiteral("-config"),
+                             file, QStringLiteral("-logfile"), home() + QStringLiteral("/server.log"),
+                             QStringLiteral("-nolisten"), QStringLiteral("tcp"), QStringLiteral("-noreset"),
+                             QStringLiteral("-novtswitch"), QStringLiteral("-sharevts")} +
+                     options.serverArguments);
+}
+
 void PrivateSession::startServer(const SessionOptions& options) {
     const QString screen =
         QString::number(options.screen.width()) % u'x' % QString::number(options.screen.height()) % u"x24";
-    server = start(QStringLiteral("Xvfb"),
-                   QStringList{QStringLiteral("-displayfd"), QStringLiteral("1"), QStringLiteral("-screen"),
-                               QStringLiteral("0"), screen, QStringLiteral("-nolisten"),
-                               QStringLiteral("tcp"), QStringLiteral("-noreset")} +
-                       options.serverArguments);
+    server =
+        options.outputs
+            ? startServerWithOutputs(options)
+            : start(QStringLiteral("Xvfb"),
+                    QStringList{QStringLiteral("-displayfd"), QStringLiteral("1"), QStringLiteral("-screen"),
+                                QStringLiteral("0"), screen, QStringLiteral("-nolisten"),
+                                QStringLiteral("tcp"), QStringLiteral("-noreset")} +
+                        options.serverArguments);
     const auto number = server->awaitLine();
     if (!number) {
         fail(u"the X server did not start: " % QString::fromUtf8(server->standardError()));

@@ -17,7 +17,8 @@ enum class WindowManager {
 
 /// What a private session is made of.
 struct SessionOptions {
-    QSize screen{1280, 800}; ///< pixels
+    QSize screen{1280, 800}; ///< pixels; of the first output, where there are several
+    bool outputs = false;    ///< a server whose outputs DUMMY0 … DUMMY15 come and go; the first is on
     WindowManager windowManager = WindowManager::openbox;
     bool compositor = false; ///< the window manager's own where chosen, else picom
     bool sessionBus = true;
@@ -53,6 +54,7 @@ public:
 
 private:
     void startServer(const SessionOptions& options);
+    [[nodiscard]] std::unique_ptr<ChildProcess> startServerWithOutputs(const SessionOptions& options) const;
     void setOwnCompositing(bool enabled) const;
 
     QString displayName;

@@ -99,6 +99,19 @@ void WindowWatcher::activate(xcb_window_t window) const {
     awaitActive([window](const Window& active) { return active.handle == window; });
 }
 
+void WindowWatcher::moveTo(xcb_window_t window, QPoint position) const {
+    const std::array<std::uint32_t, 2> values{static_cast<std::uint32_t>(position.x()),
+                                              static_cast<std::uint32_t>(position.y())};
+    // The manager gets this as a request of the window itself.
+    xcb_configure_window(x.get(), window, XCB_CONFIG_WINDOW_X | XCB_CONFIG_WINDOW_Y, values.data());
+    x.synchronize();
+    constexpr int decoration = 60; // pixels
+    await(
+        "a window that moves",
+        [&] { return (lookAt(x, window).frame.topLeft() - position).manhattanLength() < decoration; },
+        QDeadlineTimer(patience));
+}
+
 void WindowWatcher::close(xcb_window_t window) const {
     askManager(window, "_NET_CLOSE_WINDOW", XCB_CURRENT_TIME);
 }

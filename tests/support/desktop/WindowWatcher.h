@@ -38,6 +38,9 @@ public:
     /// Asks the window manager to give the focus to the window, and waits for it.
     void activate(xcb_window_t window) const;
 
+    /// Asks the window manager to move the window, and waits until it is near there.
+    void moveTo(xcb_window_t window, QPoint position) const;
+
     /// Asks the window manager to close the window.
     void close(xcb_window_t window) const;
 
