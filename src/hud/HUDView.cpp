@@ -96,9 +96,8 @@ QImage HUDView::picture(double scale, const platform::BackdropPicture& blurred, 
     const auto whole = pixelsOf(capsuleFor(label.size()), scale);
     const int beyond = static_cast<int>(std::ceil(shadowReach * scale)); // casts its shadow into the picture
     const auto seen = whole & canvas.adjusted(-beyond, -beyond, beyond, beyond);
-    auto image = transparentImage(canvas.size(), scale);
     if (canvas.isEmpty() || seen.isEmpty()) {
-        return image;
+        return transparentImage(canvas.size(), scale);
     }
     const auto area = pointsOf(whole, scale);
     const auto origin = pointsOf(canvas, scale).topLeft();
@@ -110,23 +109,25 @@ QImage HUDView::picture(double scale, const platform::BackdropPicture& blurred, 
     paintContents(contentsPainter, *this, label, area, origin, blurred);
     contentsPainter.end();
 
-    QPainter painter(&image);
-    painter.translate(-origin);
+    QImage image(canvas.size(), QImage::Format_ARGB32_Premultiplied);
+    image.setDevicePixelRatio(scale);
     const DropShadow shadow{.opacity = darkMode ? 0.45 : 0.25};
     if (translucent) {
-        shadow.paint(painter, area, scale);
-        if (std::holds_alternative<platform::CompositorBlurs>(blurred)) {
-            // The shadow of glass does not fall on what is seen through it.
-            painter.setRenderHint(QPainter::Antialiasing);
-            painter.setCompositionMode(QPainter::CompositionMode_DestinationOut);
-            painter.setPen(Qt::NoPen);
-            painter.setBrush(Qt::black);
-            const double radius = std::min(area.width(), area.height()) / 2;
-            painter.drawRoundedRect(area, radius, radius);
-            painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
-        }
+        shadow.cast(image, area.translated(-origin));
     } else {
-        shadow.paint(painter, corner, contents, scale);
+        shadow.cast(image, corner - origin, contents);
+    }
+    QPainter painter(&image);
+    painter.translate(-origin);
+    if (translucent && std::holds_alternative<platform::CompositorBlurs>(blurred)) {
+        // The shadow of glass does not fall on what is seen through it.
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.setCompositionMode(QPainter::CompositionMode_DestinationOut);
+        painter.setPen(Qt::NoPen);
+        painter.setBrush(Qt::black);
+        const double radius = std::min(area.width(), area.height()) / 2;
+        painter.drawRoundedRect(area, radius, radius);
+        painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
     }
     painter.drawImage(corner, contents);
     return image;

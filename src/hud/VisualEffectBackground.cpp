@@ -44,9 +44,9 @@ platform::BackdropPicture VisualEffectBackground::blurred(const platform::Backdr
     }
     const bool suitable =
         picture->format() == QImage::Format_RGB32 || picture->format() == QImage::Format_ARGB32_Premultiplied;
-    auto source = suitable ? *picture : picture->convertToFormat(QImage::Format_ARGB32_Premultiplied);
-    source.setDevicePixelRatio(scale);
+    const auto source = suitable ? *picture : picture->convertToFormat(QImage::Format_ARGB32_Premultiplied);
     auto result = gaussianBlurred(source, blurSigma * scale);
+    result.setDevicePixelRatio(result.devicePixelRatio() * scale / source.devicePixelRatio());
     saturate(result);
     return result;
 }

@@ -8,7 +8,6 @@ BackdropPicture X11Backdrop::behind(const Rect& rect) {
     }
     const auto placement = screens.place(rect);
     if (auto picture = grab.take(placement.pixels)) {
-        picture->setDevicePixelRatio(placement.scale);
         return std::move(*picture);
     }
     return NoBackdrop{};
