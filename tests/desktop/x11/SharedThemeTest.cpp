@@ -3,6 +3,7 @@
 #include "support/desktop/CurrentSession.h"
 #include "support/desktop/MainLoop.h"
 
+#include <QFile>
 #include <csignal>
 #include <gmock/gmock.h>
 
@@ -25,7 +26,20 @@ protected:
         manager = desktop.start(u"xsettingsd"_s, {u"--config"_s, configuration});
     }
 
+    /// Whether the manager handles the signal that makes it read its file again; it ends by it before.
+    [[nodiscard]] bool listens() const {
+        QFile status(u"/proc/%1/status"_s.arg(manager->processIdentifier()));
+        static_cast<void>(status.open(QIODevice::ReadOnly));
+        const auto text = status.readAll();
+        constexpr QByteArrayView key("SigCgt:\t");
+        const auto start = text.indexOf(key);
+        constexpr qsizetype digits = 16;
+        const auto caught = start < 0 ? 0 : text.mid(start + key.size(), digits).toULongLong(nullptr, 16);
+        return (caught & (1ULL << (SIGHUP - 1U))) != 0;
+    }
+
     void change(const QByteArray& settings) {
+        ASSERT_TRUE(awaitThat([this] { return listens(); }));
         desktop.writeFile(u".xsettingsd"_s, settings);
         ASSERT_EQ(::kill(manager->processIdentifier(), SIGHUP), 0);
     }
@@ -70,7 +84,6 @@ TEST_F(SharedThemeTest, isTheOneOfAManagerThatRunsAlready) {
 
 TEST_F(SharedThemeTest, saysNothingWhereTheThemeIsNotSet) {
     startManager("Net/DoubleClickTime 400\nNet/ThemeName 7\n");
-    connection->synchronize();
     change("Net/ThemeName \"Adwaita-dark\"\n");
     ASSERT_TRUE(awaitDark(true));
     change("Net/DoubleClickTime 400\nNet/ThemeName 7\n");
