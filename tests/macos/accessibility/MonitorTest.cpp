@@ -155,6 +155,18 @@ TEST_F(MacMonitorTest, switchingForgetsOpenMenus) {
     EXPECT_THAT(reports, ElementsAre(Report{u"⌘T"_s, u"New Tab"_s}));
 }
 
+TEST_F(MacMonitorTest, detachingForgetsOpenMenusEvenIfNothingIsAttachedInstead) {
+    start();
+    editor.openMenu(u"File"_s);
+    fake.turn();
+    editor.press(u"s"_s, command);
+    fake.turnRunLoop();
+    fake.unobservable[browserProcess] = kAXErrorCannotComplete;
+    workspace->activate(browserProcess);
+    fake.turnMainQueue();
+    EXPECT_THAT(reports, ElementsAre(saved)) << "what was put off meets the count as it is now";
+}
+
 TEST_F(MacMonitorTest, whatTheLeftApplicationSaysIsNotHeard) {
     start();
     editor.press(u"s"_s, command);
