@@ -222,27 +222,19 @@ TEST_F(X11SessionTest, judgesAKeyByTheMenuThatCameUpBeforeIt) {
     }
 }
 
-TEST_F(X11SessionTest, hearsAKeyWithinMilliseconds) {
+TEST_F(X11SessionTest, hearsEachOfManyKeysOnce) {
     const auto editor = startMousepad();
     const test::XConnection x(desktop.display());
-    std::vector<double> latencies;
-    for (int round = 0; round < 100; ++round) {
-        keys.clear();
-        turnFor(1);
-        QElapsedTimer clock;
-        clock.start();
+    keys.clear();
+    constexpr std::size_t presses = 100;
+    for (std::size_t round = 0; round < presses; ++round) {
         strike(x, XCB_KEY_PRESS);
-        xcb_flush(x.get());
-        const bool heard = awaitThat([&] { return !keys.empty(); });
-        latencies.push_back(static_cast<double>(clock.nsecsElapsed()) / 1e6);
         strike(x, XCB_KEY_RELEASE);
-        x.synchronize();
-        ASSERT_TRUE(heard);
     }
-    std::ranges::sort(latencies);
-    std::printf("key to handler: median %.3f ms, p95 %.3f ms\n", latencies[latencies.size() / 2],
-                latencies[latencies.size() * 95 / 100]);
-    EXPECT_LT(latencies[latencies.size() / 2], 5.0);
+    x.synchronize();
+    ASSERT_TRUE(awaitThat([&] { return keys.size() >= presses; }));
+    turnFor(50);
+    EXPECT_EQ(keys.size(), presses);
 }
 
 TEST(X11Connection, tellsWhenTheServerHasGone) {

@@ -1,7 +1,6 @@
 #include "hud/HUDView.h"
 #include "hud/Spring.h"
 
-#include <QElapsedTimer>
 #include <gmock/gmock.h>
 
 namespace orvantile {
@@ -50,14 +49,12 @@ TEST(HUDViewTest, heightDependsOnTheLinesAndNotOnTheScript) {
     EXPECT_GT(labelled(u"two\nlines"_s).capsule().height(), one + 20);
 }
 
-TEST(HUDViewTest, fiveThousandCharactersAreDrawnInBoundedTimeWhereTheyAreSeen) {
+TEST(HUDViewTest, fiveThousandCharactersAreDrawnJustWhereTheyAreSeen) {
     const auto view = labelled(QString(5000, u'm'), 64);
     EXPECT_GT(view.fittingSize().width, 100'000);
-    QElapsedTimer clock;
-    clock.start();
     const auto seen = view.picture(1, platform::NoBackdrop{}, {50'000, 0, 1920, view.fittingSize().height});
     EXPECT_EQ(seen.width(), 1920);
-    EXPECT_LT(clock.elapsed(), 5000) << "generous: sanitizers, a busy machine";
+    EXPECT_EQ(qAlpha(seen.pixel(960, seen.height() / 2)), 255);
 }
 
 TEST(HUDViewTest, popEntranceGrowsFadesInAndOvershoots) {
