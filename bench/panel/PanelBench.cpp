@@ -45,8 +45,11 @@ protected:
 class Bench {
 public:
     Bench() : huds(qEnvironmentVariable("DISPLAY")) {
-        platform->defaults = std::make_unique<platform::desktop::IniDefaults>(
+        auto made = platform::makeX11Platform();
+        made->defaults = std::make_unique<platform::desktop::IniDefaults>(
             folder.filePath(u"orvantile.ini"_s).toStdString());
+        platform::Platform::install(std::move(made));
+        platform = &platform::Platform::current();
         settings.emplace(*platform->defaults);
         settings->soundEnabled = false;
         controller = std::make_shared<HUDController>(*platform, *settings);
@@ -139,7 +142,7 @@ private:
     static double scale() { return qApp->devicePixelRatio(); }
 
     QTemporaryDir folder;
-    std::unique_ptr<platform::Platform> platform = platform::makeX11Platform();
+    platform::Platform* platform = nullptr;
     std::optional<Settings> settings;
     std::shared_ptr<HUDController> controller;
     test::HudWatcher huds;

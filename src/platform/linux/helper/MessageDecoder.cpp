@@ -40,9 +40,11 @@ std::optional<HelperReport> decodeMessage(QByteArrayView bytes) {
         header.enabled > 1) {
         return std::nullopt;
     }
-    HelperReport report{.openMenus = header.openMenus};
     if (header.kind == MessageHeader::menusChanged) {
-        return text.isEmpty() && header.keyCount == 0 ? std::optional(report) : std::nullopt;
+        if (!text.isEmpty() || header.keyCount != 0) {
+            return std::nullopt;
+        }
+        return HelperReport{.openMenus = header.openMenus};
     }
     if (header.kind != MessageHeader::actionFired) {
         return std::nullopt;
@@ -52,8 +54,8 @@ std::optional<HelperReport> decodeMessage(QByteArrayView bytes) {
     if (decoder.hasError()) {
         return std::nullopt;
     }
-    report.command = FiredCommand{titleOf(decoded), decodeKeys(header), header.enabled == 1};
-    return report;
+    return HelperReport{.openMenus = header.openMenus,
+                        .command = FiredCommand{titleOf(decoded), decodeKeys(header), header.enabled == 1}};
 }
 
 } // namespace orvantile::platform::helper
