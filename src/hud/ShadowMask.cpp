@@ -8,7 +8,7 @@
 namespace orvantile {
 namespace {
 
-constexpr int boxes = 3;
+constexpr int boxes = 4;
 constexpr double reach = 3; // standard deviations; less than a grey level of the darkest shadow lies beyond
 
 /// A box with soft ends, so that it can have any variance.

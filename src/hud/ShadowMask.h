@@ -6,7 +6,7 @@
 
 namespace orvantile {
 
-/// How much of the light a shape takes away, softened by a Gaussian: three box passes over the shape's
+/// How much of the light a shape takes away, softened by a Gaussian: four box passes over the shape's
 /// coverage, kept as coarse as the softness allows. Lengths are in device pixels.
 class ShadowMask {
 public:

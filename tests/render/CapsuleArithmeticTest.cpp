@@ -209,7 +209,7 @@ TEST(Shadow, isAGaussianOfElevenPointsTenPointsBelow) {
             for (const auto& point : points) {
                 const QPoint pixel((point * scale).toPoint());
                 const double exact = shadow.alphaAt((pixel.x() + 0.5) / scale, (pixel.y() + 0.5) / scale);
-                EXPECT_NEAR(qAlpha(image.pixel(pixel)), 255 * exact, 2.5)
+                EXPECT_NEAR(qAlpha(image.pixel(pixel)), 255 * exact, 2)
                     << point.x() << ", " << point.y() << " at scale " << scale << (dark ? " dark" : " light");
                 EXPECT_EQ(qRed(image.pixel(pixel)), 0);
             }
