@@ -1,8 +1,8 @@
 // What the program costs: the application it observes, its own idle wakeups, its memory.
 
 #include "endtoend/EditorDesktop.h"
-#include "support/ProcessCost.h"
 #include "support/Samples.h"
+#include "support/desktop/ProcessCost.h"
 
 #include <cstdio>
 #include <cstdlib>
@@ -13,6 +13,10 @@ namespace {
 
 using Qt::StringLiterals::operator""_s;
 using namespace std::chrono_literals;
+using test::cpuSeconds;
+using test::memory;
+using test::wakeups;
+using test::wokenBetween;
 
 /// CPU time of the editor for 500 characters, typed at the pace of a very fast hand, in milliseconds.
 double typingCost(EditorDesktop& desktop) {
@@ -42,8 +46,7 @@ int run(int rounds, int idleSeconds) {
     Samples::printHeader();
     without.print(u"editor's CPU for 500 characters, alone, ms"_s);
     with.print(u"editor's CPU for 500 characters, observed, ms"_s);
-    std::printf("observed, ratio of medians: %.3f (the kernel counts in steps of 10 ms)\n",
-                with.median() / std::max(without.median(), 1e-9));
+    std::printf("observed, ratio of medians: %.3f\n", with.median() / std::max(without.median(), 1e-9));
 
     const auto woken = wakeups(process);
     const double used = cpuSeconds(process);

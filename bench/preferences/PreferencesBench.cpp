@@ -3,9 +3,9 @@
 #include "platform/linux/desktop/FreedMemory.h"
 #include "preferences/OpenWindow.h"
 #include "preferences/controls/ValueSlider.h"
-#include "support/ProcessCost.h"
 #include "support/Samples.h"
 #include "support/desktop/PrivateSession.h"
+#include "support/desktop/ProcessCost.h"
 
 #include <QApplication>
 #include <QDeadlineTimer>
@@ -142,11 +142,11 @@ void visit(OpenWindow& preferences) {
 int rememberMemory(int cycles) {
     OpenWindow preferences;
     visit(preferences);
-    const auto first = memory(getpid());
+    const auto first = test::memory(getpid());
     for (int cycle = 0; cycle < cycles; ++cycle) {
         visit(preferences);
     }
-    const auto last = memory(getpid());
+    const auto last = test::memory(getpid());
     std::printf("opened and closed, all tabs: RSS %.2f MiB, private dirty %.2f MiB\n", first.resident,
                 first.privateDirty);
     std::printf("%d times more: RSS %+.2f MiB, private dirty %+.2f MiB\n", cycles,

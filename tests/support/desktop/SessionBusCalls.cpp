@@ -62,4 +62,22 @@ pid_t SessionBusCalls::ownerOf(const QString& name) const {
     return result >= 0 && sd_bus_message_read(reply, "u", &process) > 0 ? static_cast<pid_t>(process) : 0;
 }
 
+QStringList SessionBusCalls::connectionsOf(pid_t process) const {
+    QStringList names;
+    sd_bus_message* reply = nullptr;
+    const int result = sd_bus_call_method(bus.get(), "org.freedesktop.DBus", "/org/freedesktop/DBus",
+                                          "org.freedesktop.DBus", "ListNames", nullptr, &reply, "");
+    const Message owned(reply);
+    if (result < 0 || sd_bus_message_enter_container(reply, 'a', "s") <= 0) {
+        return names;
+    }
+    const char* name = nullptr;
+    while (sd_bus_message_read(reply, "s", &name) > 0) {
+        if (name[0] == ':' && ownerOf(QString::fromLatin1(name)) == process) {
+            names.append(QString::fromLatin1(name));
+        }
+    }
+    return names;
+}
+
 } // namespace orvantile::test

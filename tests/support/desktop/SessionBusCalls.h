@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 #include <memory>
 #include <sys/types.h>
 #include <systemd/sd-bus.h>
@@ -24,6 +25,9 @@ public:
 
     /// The process that owns `name`; 0 when nobody does.
     [[nodiscard]] pid_t ownerOf(const QString& name) const;
+
+    /// The unique names of the connections that a process has to the bus.
+    [[nodiscard]] QStringList connectionsOf(pid_t process) const;
 
     /// The process of the bus itself.
     [[nodiscard]] pid_t daemon() const { return ownerOf(QStringLiteral("org.freedesktop.DBus")); }

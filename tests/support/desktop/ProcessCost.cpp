@@ -1,11 +1,11 @@
-#include "support/ProcessCost.h"
+#include "support/desktop/ProcessCost.h"
 
 #include <QDir>
 #include <QFile>
 #include <QString>
-#include <unistd.h>
+#include <ctime>
 
-namespace orvantile::bench {
+namespace orvantile::test {
 namespace {
 
 using Qt::StringLiterals::operator""_s;
@@ -32,13 +32,12 @@ double field(const QByteArray& text, const char* label) {
 } // namespace
 
 double cpuSeconds(pid_t process) {
-    const auto stat = contents(folder(process) + u"stat"_s);
-    // The name in parentheses may hold blanks; what follows it does not (proc(5): utime and stime).
-    const auto fields = stat.mid(stat.lastIndexOf(')') + 2).split(' ');
-    if (fields.size() < 13) {
+    clockid_t clock{};
+    timespec used{};
+    if (::clock_getcpuclockid(process, &clock) != 0 || ::clock_gettime(clock, &used) != 0) {
         return 0;
     }
-    return (fields[11].toDouble() + fields[12].toDouble()) / static_cast<double>(sysconf(_SC_CLK_TCK));
+    return static_cast<double>(used.tv_sec) + static_cast<double>(used.tv_nsec) / 1e9;
 }
 
 Wakeups wakeups(pid_t process) {
@@ -66,4 +65,4 @@ Memory memory(pid_t process) {
             field(rollup, "Private_Dirty:") / 1024};
 }
 
-} // namespace orvantile::bench
+} // namespace orvantile::test

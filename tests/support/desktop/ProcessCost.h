@@ -5,9 +5,9 @@
 #include <map>
 #include <sys/types.h>
 
-namespace orvantile::bench {
+namespace orvantile::test {
 
-/// CPU time that the process has used so far, user and system, in seconds.
+/// CPU time that the process has used so far, with all its threads, in seconds; 0 when it has ended.
 [[nodiscard]] double cpuSeconds(pid_t process);
 
 /// How often each thread of the process has been woken so far (voluntary context switches), by thread.
@@ -27,4 +27,4 @@ struct Memory {
 
 [[nodiscard]] Memory memory(pid_t process);
 
-} // namespace orvantile::bench
+} // namespace orvantile::test
