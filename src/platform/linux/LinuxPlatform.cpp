@@ -1,4 +1,5 @@
 #include "platform/Startup.h"
+#include "platform/linux/WaylandPlatform.h"
 #include "platform/linux/X11Platform.h"
 #include "platform/linux/desktop/CanberraSounds.h"
 #include "platform/linux/desktop/DesktopAppearance.h"
@@ -8,6 +9,8 @@
 #include "platform/linux/desktop/launch/LinuxLaunch.h"
 #include "platform/linux/desktop/statusitem/LinuxStatusBar.h"
 #include "platform/linux/desktop/updates/LinuxUpdater.h"
+#include "platform/linux/wayland/CompositorLoss.h"
+#include "platform/linux/wayland/Globals.h"
 #include "platform/linux/x11/ServerLoss.h"
 #include "platform/linux/x11/XConnection.h"
 #include "platform/null/NullPlatform.h"
@@ -33,7 +36,15 @@ std::unique_ptr<Platform> makeWindowlessPlatform() {
 std::optional<QString> prepareProcess() {
     desktop::returnFreedMemory();
     const auto wanted = qgetenv(platformVariable);
-    if (!wanted.isEmpty() && !wanted.startsWith("xcb")) {
+    const bool free = wanted.isEmpty();
+    if (wanted.startsWith("wayland") || (free && wayland::offersPanels())) {
+        // The toolkit's part for Wayland is a package of its own, and may be missing.
+        qputenv(platformVariable, free ? QByteArray("wayland;xcb") : wanted);
+        wayland::leaveCleanlyWithoutCompositor();
+        x11::leaveCleanlyWithoutServer();
+        return std::nullopt;
+    }
+    if (!free && !wanted.startsWith("xcb")) {
         return std::nullopt; // the user knows better
     }
     if (!x11::isServerReachable()) {
@@ -41,7 +52,7 @@ std::optional<QString> prepareProcess() {
         return display.isEmpty() ? u"there is no X server to connect to: the variable DISPLAY is not set"_s
                                  : u"cannot connect to the X server “%1” that DISPLAY names"_s.arg(display);
     }
-    if (wanted.isEmpty()) {
+    if (free) {
         qputenv(platformVariable, "xcb");
     }
     x11::leaveCleanlyWithoutServer();
@@ -53,7 +64,10 @@ std::unique_ptr<Launch> beginLaunch() {
 }
 
 std::unique_ptr<Platform> makePlatform() {
-    auto platform = QGuiApplication::platformName() == u"xcb" ? makeX11Platform() : makeWindowlessPlatform();
+    const auto toolkit = QGuiApplication::platformName();
+    auto platform = toolkit == u"xcb"                  ? makeX11Platform()
+                    : toolkit.startsWith(u"wayland"_s) ? makeWaylandPlatform()
+                                                       : makeWindowlessPlatform();
     auto defaults = std::make_unique<desktop::IniDefaults>(desktop::IniDefaults::userFile());
     QObject::connect(qGuiApp, &QGuiApplication::aboutToQuit, qGuiApp,
                      [&defaults = *defaults] { defaults.synchronize(); });

@@ -44,6 +44,7 @@ public:
 
     double entrance = 0; ///< seconds until it settles
     double preparedScale = 0;
+    mutable int asked = 0; ///< how often for a frame
 
 private:
     Size size;
@@ -61,6 +62,9 @@ protected:
 
     /// Waits until the peers know so many outputs, the first of that scale.
     [[nodiscard]] bool awaitOutputs(std::size_t count, double scale = 1);
+
+    /// Adds an output and returns its name.
+    [[nodiscard]] QString plugOutput();
 
     /// Shows the ground on the focused output and waits for it.
     void showGround();

@@ -18,8 +18,8 @@ QByteArray configurationFor(const WaylandSessionOptions& options) {
         QByteArray::number(options.output.width()) + 'x' + QByteArray::number(options.output.height());
     return QByteArray("xwayland ") + (options.xwayland ? "enable" : "disable") +
            "\n"
-           "output * resolution " +
-           size +
+           "output * " +
+           (options.host == nullptr ? "resolution " + size : QByteArray()) +
            " bg #205080 solid_color\n"
            "default_border none\n"
            "focus_follows_mouse no\n"
@@ -61,10 +61,17 @@ PrivateWaylandSession::~PrivateWaylandSession() {
 
 void PrivateWaylandSession::startCompositor(const WaylandSessionOptions& options) {
     const auto configuration = writeFile(QStringLiteral("sway.conf"), configurationFor(options));
-    setVariable(QStringLiteral("WLR_BACKENDS"), QStringLiteral("headless"));
+    if (options.host == nullptr) {
+        setVariable(QStringLiteral("WLR_BACKENDS"), QStringLiteral("headless"));
+        setVariable(QStringLiteral("WLR_HEADLESS_OUTPUTS"), QString::number(options.outputs));
+    } else {
+        setVariable(QStringLiteral("WLR_BACKENDS"), QStringLiteral("wayland"));
+        setVariable(QStringLiteral("WLR_WL_OUTPUTS"), QString::number(options.outputs));
+        setVariable(QStringLiteral("WAYLAND_DISPLAY"),
+                    options.host->runtimeDirectory() % u'/' % options.host->display());
+    }
     setVariable(QStringLiteral("WLR_LIBINPUT_NO_DEVICES"), QStringLiteral("1"));
     setVariable(QStringLiteral("WLR_RENDERER"), QStringLiteral("pixman"));
-    setVariable(QStringLiteral("WLR_HEADLESS_OUTPUTS"), QString::number(options.outputs));
     compositor =
         startUnprivileged(*this, {QStringLiteral("sway"), QStringLiteral("--config"), configuration});
     QDeadlineTimer deadline(patience * 2);

@@ -9,6 +9,8 @@
 
 namespace orvantile::test {
 
+class PrivateWaylandSession;
+
 /// What a private Wayland session is made of.
 struct WaylandSessionOptions {
     QSize output{1280, 800}; ///< pixels of each output
@@ -17,11 +19,12 @@ struct WaylandSessionOptions {
     bool sessionBus = true;
     bool accessibility = true; ///< the accessibility bus, switched on; needs the session bus
     QString locale = QStringLiteral("C.UTF-8");
+    const PrivateWaylandSession* host = nullptr; ///< where its outputs are windows, if anywhere
 };
 
-/// A Wayland desktop of its own for one test: sway without hardware, buses, an empty home. Everything ends
-/// with this object. Constructor and members throw std::runtime_error with the reason when something is
-/// missing or does not get ready.
+/// A Wayland desktop of its own for one test: sway without hardware or as a client of another, buses, an
+/// empty home. Everything ends with this object. Constructor and members throw std::runtime_error with the
+/// reason when something is missing or does not get ready.
 class PrivateWaylandSession final : public PrivateEnvironment {
 public:
     explicit PrivateWaylandSession(const WaylandSessionOptions& options = {});

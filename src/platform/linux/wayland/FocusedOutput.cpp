@@ -21,9 +21,10 @@ bool contains(const wl_array& states, std::uint32_t wanted) {
 
 } // namespace
 
-FocusedOutput::FocusedOutput(const Globals& globals_, const Outputs& outputs_)
+FocusedOutput::FocusedOutput(const Globals& globals_, Outputs& outputs_)
     : globals(globals_),
-      outputs(outputs_) {
+      outputs(outputs_),
+      token(outputs_.listen([this] { outputsChanged(); })) {
     outputsChanged();
 }
 

@@ -13,13 +13,10 @@ namespace orvantile::platform::wayland {
 /// are several outputs to choose from.
 class FocusedOutput {
 public:
-    FocusedOutput(const Globals& globals, const Outputs& outputs);
+    FocusedOutput(const Globals& globals, Outputs& outputs);
     FocusedOutput(const FocusedOutput&) = delete;
     FocusedOutput& operator=(const FocusedOutput&) = delete;
     ~FocusedOutput();
-
-    /// The outputs have come or gone.
-    void outputsChanged();
 
     /// The name of the output; 0 while it is not known, when the compositor knows best.
     [[nodiscard]] std::uint32_t name() const;
@@ -32,6 +29,7 @@ private:
         bool activated = false;
     };
 
+    void outputsChanged();
     void start();
     void stop();
     void add(zwlr_foreign_toplevel_handle_v1* handle);
@@ -39,6 +37,7 @@ private:
     const Globals& globals;
     const Outputs& outputs;
     Handle<zwlr_foreign_toplevel_manager_v1> manager;
+    Outputs::Token token;
     std::map<zwlr_foreign_toplevel_handle_v1*, std::unique_ptr<Window>> windows;
 };
 

@@ -90,4 +90,9 @@ zwlr_foreign_toplevel_manager_v1* Globals::bindWindows() const {
         wl_registry_bind(registry.get(), windowList, &zwlr_foreign_toplevel_manager_v1_interface, 1));
 }
 
+bool offersPanels() {
+    const auto connection = WaylandConnection::open();
+    return connection && Globals(*connection).offersPanels();
+}
+
 } // namespace orvantile::platform::wayland

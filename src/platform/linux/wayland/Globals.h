@@ -52,4 +52,7 @@ private:
     std::uint32_t windowList = 0;
 };
 
+/// Whether the environment names a compositor that shows panels.
+[[nodiscard]] bool offersPanels();
+
 } // namespace orvantile::platform::wayland

@@ -19,7 +19,7 @@ std::uint32_t anchor(Side side, std::uint32_t near, std::uint32_t far) {
 
 } // namespace
 
-LayerSurface::LayerSurface(const Globals& globals_, const Outputs& outputs_, std::uint32_t output_,
+LayerSurface::LayerSurface(const Globals& globals_, Outputs& outputs_, std::uint32_t output_,
                            const EdgePlacement& placement_, double scale)
     : globals(globals_),
       outputs(outputs_),
@@ -27,6 +27,7 @@ LayerSurface::LayerSurface(const Globals& globals_, const Outputs& outputs_, std
       placement(placement_),
       currentScale(scale),
       surface(wl_compositor_create_surface(globals.compositor.get())) {
+    outputsToken = outputs.listen([this] { scaleForOutputs(); });
     followScale();
     const auto* wanted = outputs.find(output);
     layer.reset(zwlr_layer_shell_v1_get_layer_surface(globals.layers.get(), surface.get(),
@@ -54,19 +55,21 @@ void LayerSurface::followScale() {
                                                           self(data).scaleForOutputs();
                                                       }};
     wl_surface_add_listener(surface.get(), &listener, this);
-    if (globals.fractionalScales && globals.viewports) {
+    const auto* wanted = outputs.find(output);
+    if (!globals.viewports) {
+        currentScale = wanted != nullptr ? wanted->geometry().bufferScale : std::ceil(currentScale);
+        return;
+    }
+    viewport.reset(wp_viewporter_get_viewport(globals.viewports.get(), surface.get()));
+    if (globals.fractionalScales) {
         static constexpr wp_fractional_scale_v1_listener scaleListener{
             .preferred_scale = [](void* data, wp_fractional_scale_v1*, std::uint32_t scale) {
                 constexpr double denominator = 120;
                 self(data).setScale(scale / denominator);
             }};
-        viewport.reset(wp_viewporter_get_viewport(globals.viewports.get(), surface.get()));
         fractionalScale.reset(wp_fractional_scale_manager_v1_get_fractional_scale(
             globals.fractionalScales.get(), surface.get()));
         wp_fractional_scale_v1_add_listener(fractionalScale.get(), &scaleListener, this);
-    } else {
-        const auto* wanted = outputs.find(output);
-        currentScale = wanted != nullptr ? wanted->geometry().bufferScale : std::ceil(currentScale);
     }
 }
 
@@ -87,10 +90,12 @@ void LayerSurface::scaleForOutputs() {
     if (fractionalScale) {
         return;
     }
-    int highest = 0;
+    double highest = 0;
     for (const auto* each : entered) {
         if (const auto* known = outputs.find(outputs.nameOf(each))) {
-            highest = std::max(highest, known->geometry().bufferScale);
+            const auto& geometry = known->geometry();
+            // Without the protocol for it, a viewport still takes a picture of the exact size.
+            highest = std::max(highest, viewport ? geometry.scale() : geometry.bufferScale);
         }
     }
     if (highest > 0) {

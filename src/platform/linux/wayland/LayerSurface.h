@@ -17,7 +17,7 @@ class LayerSurface {
 public:
     /// `output`: the name of the output, or 0 to leave the choice to the compositor, which takes the one in
     /// use. `scale`: the likely one, until the compositor tells.
-    LayerSurface(const Globals& globals, const Outputs& outputs, std::uint32_t output,
+    LayerSurface(const Globals& globals, Outputs& outputs, std::uint32_t output,
                  const EdgePlacement& placement, double scale);
     LayerSurface(const LayerSurface&) = delete;
     LayerSurface& operator=(const LayerSurface&) = delete;
@@ -60,7 +60,7 @@ private:
     void scaleForOutputs();
 
     const Globals& globals;
-    const Outputs& outputs;
+    Outputs& outputs;
     std::uint32_t output;
     EdgePlacement placement;
     double currentScale;
@@ -71,6 +71,7 @@ private:
     Handle<zwlr_layer_surface_v1> layer;
     Handle<wl_callback> frame;             ///< while the compositor has not shown the last picture
     std::vector<const wl_output*> entered; ///< only compared
+    Outputs::Token outputsToken;
     QRegion blurred;
     bool configured = false;
     bool drawn = false;

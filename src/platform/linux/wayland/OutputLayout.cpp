@@ -1,12 +1,15 @@
 #include "platform/linux/wayland/OutputLayout.h"
 
+#include <cmath>
 #include <utility>
 
 namespace orvantile::platform::wayland {
 
 double OutputGeometry::scale() const {
+    // The size in points is rounded, so that the scale can be told from it only roughly.
+    constexpr double steps = 120;
     const bool isKnown = logical.width() > 0 && pixels.width() > 0;
-    return isKnown ? double{1} * pixels.width() / logical.width() : bufferScale;
+    return isKnown ? std::round(steps * pixels.width() / logical.width()) / steps : bufferScale;
 }
 
 OutputLayout::OutputLayout(std::vector<OutputGeometry> outputs_) : outputs(std::move(outputs_)) {}

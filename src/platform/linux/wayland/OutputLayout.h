@@ -16,7 +16,7 @@ struct OutputGeometry {
     QSize pixels;        ///< of the mode, as the output is turned
     int bufferScale = 1; ///< the whole scale that buffers have at least
 
-    /// Device pixels per point.
+    /// Device pixels per point, in steps of 1/120 as compositors have it.
     [[nodiscard]] double scale() const;
 
     friend bool operator==(const OutputGeometry&, const OutputGeometry&) = default;

@@ -1,5 +1,6 @@
 #include "platform/linux/wayland/WaylandConnection.h"
 
+#include <QCoreApplication>
 #include <QSocketNotifier>
 #include <cerrno>
 #include <utility>
@@ -7,6 +8,11 @@
 namespace orvantile::platform::wayland {
 
 std::unique_ptr<WaylandConnection> WaylandConnection::open() {
+    // Without a name the library would take the first compositor of the user, which may be that of another
+    // session.
+    if (qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY")) {
+        return nullptr;
+    }
     DisplayHandle handle(wl_display_connect(nullptr));
     if (!handle) {
         return nullptr;
@@ -16,9 +22,14 @@ std::unique_ptr<WaylandConnection> WaylandConnection::open() {
 
 WaylandConnection::WaylandConnection(DisplayHandle display_)
     : display(std::move(display_)),
-      readable(std::make_unique<QSocketNotifier>(descriptor(), QSocketNotifier::Read)),
-      writable(std::make_unique<QSocketNotifier>(descriptor(), QSocketNotifier::Write)) {
-    writable->setEnabled(false);
+      readable(std::make_unique<QSocketNotifier>(QSocketNotifier::Read)),
+      writable(std::make_unique<QSocketNotifier>(QSocketNotifier::Write)) {
+    if (QCoreApplication::instance() == nullptr) {
+        return; // a first look, before there is a main loop
+    }
+    readable->setSocket(descriptor());
+    writable->setSocket(descriptor());
+    readable->setEnabled(true);
     QObject::connect(readable.get(), &QSocketNotifier::activated, readable.get(), [this] { read(); });
     QObject::connect(writable.get(), &QSocketNotifier::activated, writable.get(), [this] { flush(); });
 }

@@ -10,7 +10,7 @@
 
 namespace orvantile::platform::wayland {
 
-WaylandPanel::WaylandPanel(WaylandConnection& connection_, const Globals& globals_, const Outputs& outputs_,
+WaylandPanel::WaylandPanel(WaylandConnection& connection_, const Globals& globals_, Outputs& outputs_,
                            Scheduler& scheduler, const WaylandScreens& screens_)
     : connection(connection_),
       globals(globals_),

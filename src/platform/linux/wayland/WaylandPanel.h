@@ -16,7 +16,7 @@ namespace orvantile::platform::wayland {
 /// output.
 class WaylandPanel final : public Panel {
 public:
-    WaylandPanel(WaylandConnection& connection, const Globals& globals, const Outputs& outputs,
+    WaylandPanel(WaylandConnection& connection, const Globals& globals, Outputs& outputs,
                  Scheduler& scheduler, const WaylandScreens& screens);
 
     void setContent(std::shared_ptr<PanelContent> content) override;
@@ -38,7 +38,7 @@ private:
 
     WaylandConnection& connection;
     const Globals& globals;
-    const Outputs& outputs;
+    Outputs& outputs;
     const WaylandScreens& screens;
     desktop::PanelAccessible accessible;
     std::shared_ptr<PanelContent> content;

@@ -8,7 +8,7 @@ namespace orvantile::platform::wayland {
 
 class WaylandPanels final : public Panels {
 public:
-    WaylandPanels(WaylandConnection& connection, const Globals& globals, const Outputs& outputs,
+    WaylandPanels(WaylandConnection& connection, const Globals& globals, Outputs& outputs,
                   Scheduler& scheduler, const WaylandScreens& screens);
 
     [[nodiscard]] std::shared_ptr<Panel> create(const PanelAttributes& attributes) override;
@@ -16,7 +16,7 @@ public:
 private:
     WaylandConnection& connection;
     const Globals& globals;
-    const Outputs& outputs;
+    Outputs& outputs;
     Scheduler& scheduler;
     const WaylandScreens& screens;
 };

@@ -1,0 +1,61 @@
+#include "platform/linux/ShortcutServices.h"
+
+#include "platform/linux/session/LinuxAccessibility.h"
+#include "platform/linux/session/LinuxWorkspace.h"
+
+#include <QTimer>
+#include <unistd.h>
+#include <utility>
+
+namespace orvantile::platform {
+
+using desktop::PermissionPrompt;
+
+ShortcutServices::ShortcutServices(session::DesktopSession& session_, Scheduler& scheduler, Hooks hooks_)
+    : session(session_),
+      hooks(std::move(hooks_)),
+      menus(a11y::makeBusMenuModel([this] { session.drain(); })),
+      source(session, *menus, getpid()),
+      reports(session, source),
+      prompt(scheduler, {.obstacle = [this] { return obstacle(); }, .turnOn = [this] { turnOn(); }}),
+      settings([this](const auto& receiver) { askToken(receiver); }) {}
+
+void ShortcutServices::provide(Platform& platform) {
+    platform.workspace = std::make_unique<session::LinuxWorkspace>(source, [this] { settings.open(); });
+    platform.accessibility =
+        std::make_unique<session::LinuxAccessibility>(source, session, *menus, [this] { prompt.ask(); });
+}
+
+PermissionPrompt::Obstacle ShortcutServices::obstacle() const {
+    if (!session.hearsKeys()) {
+        return PermissionPrompt::Obstacle::noKeys;
+    }
+    return menus->isAvailable() ? PermissionPrompt::Obstacle::none
+                                : PermissionPrompt::Obstacle::accessibilityOff;
+}
+
+void ShortcutServices::turnOn() {
+    menus->accessibilityBus().setEnabled(true);
+    publishBus();
+    if (menus->accessibilityBus().address().empty()) {
+        constexpr int busStartMilliseconds = 2000;
+        QTimer::singleShot(busStartMilliseconds, &context, [this] { publishBus(); });
+    }
+}
+
+void ShortcutServices::publishBus() const {
+    const std::string address = menus->accessibilityBus().address();
+    if (hooks.publishBus && !address.empty()) {
+        hooks.publishBus(address);
+    }
+}
+
+void ShortcutServices::askToken(const desktop::AccessibilitySettings::TokenReceiver& receiver) const {
+    if (hooks.askToken) {
+        hooks.askToken(receiver);
+    } else {
+        receiver({});
+    }
+}
+
+} // namespace orvantile::platform

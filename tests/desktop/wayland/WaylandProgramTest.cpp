@@ -1,0 +1,50 @@
+#include "support/wayland/PrivateWaylandSession.h"
+
+#include <QJsonArray>
+#include <QJsonObject>
+#include <gmock/gmock.h>
+
+namespace orvantile::test {
+namespace {
+
+using Qt::StringLiterals::operator""_s;
+
+const QString program = QStringLiteral(ORVANTILE_PROGRAM);
+
+bool hasWindow(const QJsonObject& node, const QString& title) {
+    if (node[u"name"_s].toString().contains(title)) {
+        return true;
+    }
+    for (const auto& children : {u"nodes"_s, u"floating_nodes"_s}) {
+        for (const auto& child : node[children].toArray()) {
+            if (hasWindow(child.toObject(), title)) {
+                return true;
+            }
+        }
+    }
+    return false;
+}
+
+bool awaitPreferences(PrivateWaylandSession& session) {
+    const QDeadlineTimer deadline(patience);
+    while (!deadline.hasExpired()) {
+        if (hasWindow(session.sway().tree().object(), u"Orvantile Preferences"_s)) {
+            return true;
+        }
+    }
+    return false;
+}
+
+TEST(WaylandProgram, startsOnTheCompositorAndEndsCleanlyWithIt) {
+    for (int round = 0; round < 3; ++round) {
+        PrivateWaylandSession session;
+        const auto orvantile = session.start(program);
+        ASSERT_TRUE(awaitPreferences(session)) << orvantile->standardError().toStdString();
+        EXPECT_TRUE(orvantile->isRunning());
+        session.stopCompositor();
+        EXPECT_EQ(orvantile->awaitExit(), 0) << orvantile->standardError().toStdString();
+    }
+}
+
+} // namespace
+} // namespace orvantile::test
