@@ -3,6 +3,7 @@
 #include "platform/AccessibilityObserver.h"
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 
 namespace orvantile::platform {
@@ -17,6 +18,13 @@ public:
 
     /// Whether this process may observe other applications at this moment; read live, never cached.
     [[nodiscard]] virtual bool isProcessTrusted() const = 0;
+
+    using TrustToken = std::shared_ptr<const void>;
+
+    /// Where the desktop's answer takes time, so that trust is denied when the program has just started:
+    /// calls `handler` from the main loop, once, when it is granted for the first time. Releasing the token
+    /// ends it.
+    [[nodiscard]] virtual TrustToken onceTrustIsKnown(std::function<void()> /*handler*/) { return {}; }
 
     /// Lets the desktop ask the user for that permission. Returns at once.
     virtual void promptForTrust() = 0;

@@ -14,6 +14,7 @@ PermissionRow::PermissionRow(platform::Platform& platform_) : platform(platform_
     addLeading(symbol);
     addControl(button);
     connect(&button, &QPushButton::clicked, this, [this] { act(); });
+    lateAnswer = platform.accessibility->onceTrustIsKnown([this] { refresh(); });
 }
 
 void PermissionRow::refresh() {

@@ -11,7 +11,8 @@
 namespace orvantile {
 
 /// Says whether the program may observe other applications and helps to allow it. The state is read when
-/// `refresh` is called and half a second after each press of the button; nothing polls.
+/// `refresh` is called, when the desktop first answers, and half a second after each press of the button;
+/// nothing polls.
 class PermissionRow final : public FormRow {
 public:
     explicit PermissionRow(platform::Platform& platform);
@@ -25,6 +26,7 @@ private:
     bool trusted = false;
     StatusSymbol symbol;
     PushButton button{QString()};
+    platform::AccessibilityClient::TrustToken lateAnswer;
     std::vector<std::unique_ptr<platform::Scheduled>>
         checks; ///< one for each press, as long as the row lives
 };

@@ -162,6 +162,21 @@ bool FakeAccessibility::isProcessTrusted() const {
     return trusted;
 }
 
+platform::AccessibilityClient::TrustToken FakeAccessibility::onceTrustIsKnown(std::function<void()> handler) {
+    auto kept = std::make_shared<const std::function<void()>>(std::move(handler));
+    trustHandlers.push_back(kept);
+    return kept;
+}
+
+void FakeAccessibility::becomeKnown(bool isTrusted) {
+    trusted = isTrusted;
+    for (const auto& each : std::exchange(trustHandlers, {})) {
+        if (const auto handler = each.lock()) {
+            (*handler)();
+        }
+    }
+}
+
 void FakeAccessibility::promptForTrust() {
     log->append(u"accessibility.promptForTrust"_s);
 }

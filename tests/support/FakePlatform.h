@@ -35,6 +35,11 @@ public:
     void post(std::int32_t processIdentifier, const QString& notification,
               const platform::AccessibilityElement& element);
 
+    [[nodiscard]] TrustToken onceTrustIsKnown(std::function<void()> handler) override;
+
+    /// The desktop answers now, for the first time.
+    void becomeKnown(bool isTrusted);
+
     bool trusted = true;
     std::set<std::int32_t> unobservable;
     bool refusesNotifications = false;
@@ -42,6 +47,7 @@ public:
 private:
     class Observer;
     CallLog log;
+    std::vector<std::weak_ptr<const std::function<void()>>> trustHandlers;
     std::shared_ptr<std::vector<Observer*>> observers = std::make_shared<std::vector<Observer*>>();
 };
 

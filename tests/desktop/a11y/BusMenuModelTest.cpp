@@ -149,6 +149,23 @@ TEST_F(BusMenuModel, isAvailableWhileTheDesktopWantsAccessibility) {
     EXPECT_TRUE(session.accessibilityEnabled());
 }
 
+TEST_F(BusMenuModel, saysOnceThatItIsAvailable) {
+    int times = 0;
+    session.setAccessibilityEnabled(false);
+    model = platform::a11y::makeBusMenuModel([] {});
+    model->onAvailable = [&] {
+        EXPECT_TRUE(model->isAvailable());
+        ++times;
+    };
+    ASSERT_TRUE(eventually([&] { return model->accessibilityBus().isConnected(); }));
+    EXPECT_EQ(times, 0);
+    for (const bool on : {true, false, true}) {
+        session.setAccessibilityEnabled(on);
+        ASSERT_TRUE(eventually([&] { return model->isAvailable() == on; }));
+    }
+    EXPECT_EQ(times, 1);
+}
+
 TEST_F(BusMenuModel, survivesTheEndOfTheBusAndUsesTheNextOne) {
     const auto first = startInFront();
     ASSERT_TRUE(fires(*first, u"<Primary>n"_s, u"New"_s));

@@ -69,6 +69,8 @@ TEST_F(ScreenReaderTest, findsTheWindowAndItsTabs) {
 TEST_F(ScreenReaderTest, findsTheGeneralTab) {
     expectSwitch(u"Enable Orvantile"_s, {}, true);
     expectSwitch(u"Show in menu bar"_s, {}, true);
+    expectUsable(desk.button(u"Re-check"_s));
+    EXPECT_TRUE(desk.isShown(u"label"_s, u"Accessibility access granted"_s)) << desk.outline().toStdString();
     EXPECT_TRUE(desk.isShown(u"panel"_s, u"Permissions"_s)) << desk.outline().toStdString();
     expectUsable(desk.button(u"Reset to Defaults…"_s));
 }

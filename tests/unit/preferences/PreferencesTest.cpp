@@ -117,6 +117,26 @@ TEST_F(PreferencesTest, grantedPermissionIsOnlyReadAgain) {
     EXPECT_NE(button(u"Open System Settings…"_s), nullptr);
 }
 
+TEST(PermissionTest, isShownWhenItBecomesKnownAfterTheTabAppeared) {
+    test::FakePlatform fakes;
+    fakes.accessibility->trusted = false;
+    Settings settings(*fakes.platform().defaults);
+    PreferencesWindow window(settings, fakes.platform());
+    window.present();
+    const auto says = [&](const QString& text) {
+        return std::ranges::any_of(window.findChildren<QLabel*>(),
+                                   [&](const auto* label) { return label->text() == text; });
+    };
+    EXPECT_TRUE(says(u"Accessibility access required"_s));
+    fakes.accessibility->becomeKnown(true);
+    EXPECT_TRUE(says(u"Accessibility access granted"_s));
+    window.view().select(PreferencesTab::sound);
+    fakes.accessibility->becomeKnown(false);
+    fakes.scheduler->advance(1);
+    window.view().select(PreferencesTab::general);
+    EXPECT_TRUE(says(u"Accessibility access required"_s));
+}
+
 TEST_F(PreferencesTest, missingPermissionIsPromptedForAndShownInTheSystemsSettings) {
     fakes.accessibility->trusted = false;
     window.view().select(PreferencesTab::sound);

@@ -89,7 +89,12 @@ void AccessibilityBus::readSwitch() {
     if (question && sd_bus_message_append(question.get(), "ss", statusInterface, "IsEnabled") >= 0) {
         session.call(
             std::move(question), self,
-            [this](sd_bus_message& answer) { enabled = readVariantBoolean(answer).value_or(false); },
+            [this](sd_bus_message& answer) {
+                enabled = readVariantBoolean(answer).value_or(false);
+                if (onSwitchRead) {
+                    onSwitchRead();
+                }
+            },
             startPatience);
     }
 }

@@ -19,6 +19,7 @@ public:
     /// Called in turns of their own.
     std::function<void()> onConnected;
     std::function<void()> onLost;
+    std::function<void()> onSwitchRead; ///< `isEnabled` is up to date
 
     /// Another way to the bus's address, asked when the session bus knows none.
     std::function<std::optional<std::string>()> fallbackAddress;

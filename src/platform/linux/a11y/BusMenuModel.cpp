@@ -12,6 +12,7 @@ constexpr std::chrono::seconds relaxationTime{1};
 BusMenuModel::BusMenuModel(std::function<void()> drainFirst) : bus(std::move(drainFirst)) {
     bus.onConnected = [this] { connected(); };
     bus.onLost = [this] { lost(); };
+    bus.onSwitchRead = [this] { announceAvailable(); };
     relaxation.setSingleShot(true);
     relaxation.setInterval(relaxationTime);
     QObject::connect(&relaxation, &QTimer::timeout, &relaxation, [this] { registration.reset(); });
@@ -20,6 +21,12 @@ BusMenuModel::BusMenuModel(std::function<void()> drainFirst) : bus(std::move(dra
 
 bool BusMenuModel::isAvailable() const {
     return bus.isConnected() && bus.isEnabled();
+}
+
+void BusMenuModel::announceAvailable() {
+    if (isAvailable() && onAvailable) {
+        std::exchange(onAvailable, nullptr)();
+    }
 }
 
 BusMenuModel::Count BusMenuModel::count(std::int32_t processIdentifier) const {
@@ -127,6 +134,7 @@ void BusMenuModel::connected() {
     if (followed >= 0) {
         registration = std::make_unique<EventRegistration>(bus.connection());
     }
+    announceAvailable();
 }
 
 void BusMenuModel::lost() {

@@ -51,6 +51,7 @@ private:
     };
 
     void connected();
+    void announceAvailable();
     void lost();
     void followApplication(const std::string& name, Application& application);
 

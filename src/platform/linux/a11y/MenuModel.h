@@ -5,6 +5,7 @@
 #include "platform/linux/session/DesktopSession.h"
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 
 namespace orvantile::platform::a11y {
@@ -17,6 +18,9 @@ public:
     MenuModel(const MenuModel&) = delete;
     MenuModel& operator=(const MenuModel&) = delete;
     virtual ~MenuModel() = default;
+
+    /// Called once, from the main loop, when the source can be asked for the first time.
+    std::function<void()> onAvailable;
 
     /// Whether the source can be asked at this moment.
     [[nodiscard]] virtual bool isAvailable() const = 0;

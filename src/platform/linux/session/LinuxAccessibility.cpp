@@ -11,10 +11,29 @@ LinuxAccessibility::LinuxAccessibility(ShortcutSource& source_, DesktopSession& 
     : source(source_),
       session(session_),
       menus(menus_),
-      prompt(std::move(prompt_)) {}
+      prompt(std::move(prompt_)) {
+    menus.onAvailable = [this] {
+        for (const auto& each : std::exchange(waiting, {})) {
+            if (const auto handler = each.lock()) {
+                (*handler)();
+            }
+        }
+    };
+}
+
+LinuxAccessibility::~LinuxAccessibility() {
+    menus.onAvailable = nullptr;
+}
 
 bool LinuxAccessibility::isProcessTrusted() const {
     return menus.isAvailable() && session.hearsKeys();
+}
+
+AccessibilityClient::TrustToken LinuxAccessibility::onceTrustIsKnown(std::function<void()> handler) {
+    std::erase_if(waiting, [](const auto& each) { return each.expired(); });
+    const auto kept = std::make_shared<const std::function<void()>>(std::move(handler));
+    waiting.push_back(kept);
+    return kept;
 }
 
 void LinuxAccessibility::promptForTrust() {

@@ -4,6 +4,8 @@
 #include "platform/linux/session/ShortcutSource.h"
 
 #include <functional>
+#include <memory>
+#include <vector>
 
 namespace orvantile::platform::session {
 
@@ -13,7 +15,12 @@ public:
     LinuxAccessibility(ShortcutSource& source, DesktopSession& session, a11y::MenuModel& menus,
                        std::function<void()> prompt);
 
+    LinuxAccessibility(const LinuxAccessibility&) = delete;
+    LinuxAccessibility& operator=(const LinuxAccessibility&) = delete;
+    ~LinuxAccessibility() override;
+
     [[nodiscard]] bool isProcessTrusted() const override;
+    [[nodiscard]] TrustToken onceTrustIsKnown(std::function<void()> handler) override;
     void promptForTrust() override;
     [[nodiscard]] std::unique_ptr<AccessibilityObserver>
     createObserver(std::int32_t processIdentifier, AccessibilityObserver::Callback callback) override;
@@ -24,6 +31,7 @@ private:
     DesktopSession& session;
     a11y::MenuModel& menus;
     std::function<void()> prompt;
+    std::vector<std::weak_ptr<const std::function<void()>>> waiting;
 };
 
 } // namespace orvantile::platform::session
