@@ -19,7 +19,6 @@ int main(int argc, char* argv[]) {
     const auto launch = platform::beginLaunch();
     QApplication app(argc, argv);
     QApplication::setApplicationName(QStringLiteral("orvantile"));
-    QApplication::setApplicationDisplayName(QStringLiteral("Orvantile"));
     QApplication::setDesktopFileName(QStringLiteral("org.orvantile.Orvantile"));
     QApplication::setApplicationVersion(QStringLiteral(ORVANTILE_VERSION));
     QApplication::setQuitOnLastWindowClosed(false);

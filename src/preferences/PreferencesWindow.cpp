@@ -77,7 +77,10 @@ void PreferencesWindow::closeEvent(QCloseEvent* event) {
 }
 
 void PreferencesWindow::keyPressEvent(QKeyEvent* event) {
-    if (event->matches(QKeySequence::Cancel) || event->matches(QKeySequence::Close)) {
+    constexpr QKeyCombination closing(Qt::ControlModifier,
+                                      Qt::Key_W); // not on every desktop among the standard ones
+    if (event->matches(QKeySequence::Cancel) || event->matches(QKeySequence::Close) ||
+        event->keyCombination() == closing) {
         close();
     } else {
         QWidget::keyPressEvent(event);

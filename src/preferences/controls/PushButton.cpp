@@ -28,6 +28,15 @@ QSize PushButton::sizeHint() const {
             std::max(controlHeight, fontMetrics().height() + 6) + 2 * focusMargin};
 }
 
+void PushButton::keyPressEvent(QKeyEvent* event) {
+    const bool presses = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    KeyboardFocus<QPushButton>::keyPressEvent(event);
+    if (presses && !event->isAutoRepeat()) {
+        event->accept();
+        click();
+    }
+}
+
 void PushButton::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     const auto face = controlFace(rect());

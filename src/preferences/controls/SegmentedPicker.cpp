@@ -30,7 +30,7 @@ SegmentedPicker::SegmentedPicker(const QString& name, const QStringList& options
     }
     QObject::connect(&group, &QButtonGroup::idToggled, this, [this](int index, bool chosen) {
         if (chosen) {
-            selection.moveTo(index);
+            showChosen(index);
             if (onChoice) {
                 onChoice(index);
             }
@@ -42,7 +42,14 @@ void SegmentedPicker::reflect(int index) {
     if (auto* button = group.button(index); button != nullptr && !button->isChecked()) {
         const QSignalBlocker quiet(&group);
         button->setChecked(true);
-        selection.moveTo(index);
+        showChosen(index);
+    }
+}
+
+void SegmentedPicker::showChosen(int index) {
+    selection.moveTo(index);
+    for (std::size_t i = 0; i < segments.size(); ++i) {
+        segments[i]->setFocusPolicy(static_cast<int>(i) == index ? Qt::StrongFocus : Qt::ClickFocus);
     }
 }
 

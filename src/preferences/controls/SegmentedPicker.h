@@ -36,6 +36,9 @@ protected:
     void resizeEvent(QResizeEvent* event) override;
 
 private:
+    /// Moves the pill there, and makes it the one segment that the Tab key reaches.
+    void showChosen(int index);
+
     [[nodiscard]] QRectF pill(double position) const;
 
     QHBoxLayout layout;

@@ -2,6 +2,7 @@
 
 #include "preferences/controls/Drawing.h"
 #include "preferences/controls/FormMetrics.h"
+#include "preferences/controls/SwitchAccessible.h"
 #include "preferences/controls/Typography.h"
 
 #include <QPainter>
@@ -18,6 +19,7 @@ constexpr double knobInset = 2;
 } // namespace
 
 Switch::Switch(const QString& text) {
+    SwitchAccessible::install();
     setText(text);
     setFont(bodyFont());
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);

@@ -78,15 +78,20 @@ void PreferencesDesk::showTab(const QString& label) const {
     }
 }
 
-QString PreferencesDesk::focused() const {
+std::optional<Accessible> PreferencesDesk::focusedObject() const {
     for (const auto& each : client->children(AccessibleClient::desktop())) {
         for (const auto& object : client->shownBelow(each)) {
             if (client->has(object, AccessibleState::focused)) {
-                return client->name(object);
+                return object;
             }
         }
     }
-    return {};
+    return std::nullopt;
+}
+
+QString PreferencesDesk::focused() const {
+    const auto object = focusedObject();
+    return object ? client->name(*object) : QString();
 }
 
 QString PreferencesDesk::stored(const QString& key) const {

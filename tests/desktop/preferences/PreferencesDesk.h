@@ -51,7 +51,8 @@ public:
     /// Shows a tab, as a screen reader would, and waits for it.
     void showTab(const QString& label) const;
 
-    /// The control that the keyboard speaks to: its name.
+    /// The control that the keyboard speaks to, and its name.
+    [[nodiscard]] std::optional<Accessible> focusedObject() const;
     [[nodiscard]] QString focused() const;
 
     /// What the settings file says of a key; empty when nothing.

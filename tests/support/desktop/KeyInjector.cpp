@@ -112,6 +112,16 @@ void KeyInjector::click(QPoint position, std::uint8_t button) {
     x.synchronize();
 }
 
+void KeyInjector::holdButton(std::uint8_t button) {
+    send(XCB_BUTTON_PRESS, button);
+    x.synchronize();
+}
+
+void KeyInjector::releaseButton(std::uint8_t button) {
+    send(XCB_BUTTON_RELEASE, button);
+    x.synchronize();
+}
+
 void KeyInjector::loadKeymap() {
     const auto device = xkb_x11_get_core_keyboard_device_id(x.get());
     keymap.reset(xkb_x11_keymap_new_from_device(context.get(), x.get(), device, XKB_KEYMAP_COMPILE_NO_FLAGS));

@@ -35,6 +35,8 @@ public:
 
     void moveTo(QPoint position);
     void click(QPoint position, std::uint8_t button = 1);
+    void holdButton(std::uint8_t button = 1);
+    void releaseButton(std::uint8_t button = 1);
 
 private:
     struct Stroke {
