@@ -34,6 +34,8 @@ TextLabel::TextLabel(const QString& text, double fontSize) {
     const auto font = labelFont(pixelSize);
     QTextOption option(Qt::AlignLeft | Qt::AlignAbsolute);
     option.setWrapMode(QTextOption::NoWrap);
+    option.setTextDirection(text.isRightToLeft() ? Qt::RightToLeft
+                                                 : Qt::LeftToRight); // whatever the program's is
     // Faces position whole letters better than letters and marks.
     layout.setText(withLineSeparators(text.normalized(QString::NormalizationForm_C)));
     layout.setFont(font);

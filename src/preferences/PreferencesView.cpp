@@ -30,6 +30,7 @@ PreferencesView::PreferencesView(Settings& settings_, platform::Platform& platfo
     headerLayout.setContentsMargins(selectorSide, selectorEdge, selectorSide, selectorEdge);
     headerLayout.addWidget(&selector);
     frame.setFrameShape(QFrame::NoFrame);
+    frame.setVerticalScrollBar(&scrollBar);
     frame.setFocusPolicy(Qt::NoFocus);
     frame.setWidgetResizable(true);
     frame.setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);

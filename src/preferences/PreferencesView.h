@@ -4,6 +4,7 @@
 #include "preferences/PreferencesTab.h"
 #include "preferences/controls/Divider.h"
 #include "preferences/controls/SegmentedPicker.h"
+#include "preferences/controls/SlimScrollBar.h"
 #include "settings/Settings.h"
 
 #include <QScrollArea>
@@ -46,6 +47,7 @@ private:
     SegmentedPicker selector;
     Divider divider;
     QScrollArea frame;
+    SlimScrollBar scrollBar; ///< of `frame`
     std::unique_ptr<QWidget> content;
     QVBoxLayout layout;
 };

@@ -9,6 +9,7 @@
 #include <QGuiApplication>
 #include <QKeyEvent>
 #include <QScreen>
+#include <QToolTip>
 
 namespace orvantile {
 namespace {
@@ -40,7 +41,9 @@ PreferencesWindow::PreferencesWindow(Settings& settings, platform::Platform& pla
 }
 
 void PreferencesWindow::followAppearance() {
-    setPalette(formPalette(platform.appearance->isDark()));
+    const auto colours = formPalette(platform.appearance->isDark());
+    setPalette(colours);
+    QToolTip::setPalette(colours);
 }
 
 void PreferencesWindow::center() {

@@ -6,8 +6,12 @@
 #include "support/FakePlatform.h"
 
 #include <QApplication>
+#include <QComboBox>
 #include <QDir>
+#include <QProxyStyle>
 #include <QPushButton>
+#include <QRadioButton>
+#include <QSlider>
 #include <QTranslator>
 
 namespace {
@@ -26,11 +30,57 @@ public:
     [[nodiscard]] bool isEmpty() const override { return false; }
 };
 
+/// Nothing moves, so that pictures show the end of each movement.
+class StillStyle final : public QProxyStyle {
+public:
+    StillStyle() : QProxyStyle(u"Fusion"_s) {}
+
+    [[nodiscard]] int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                                QStyleHintReturn* result) const override {
+        return hint == SH_Widget_Animation_Duration ? 0
+                                                    : QProxyStyle::styleHint(hint, option, widget, result);
+    }
+};
+
 void save(QWidget& widget, const QString& path) {
     QApplication::processEvents();
     if (!widget.grab().save(path)) {
         qFatal("cannot write %s", qPrintable(path));
     }
+}
+
+/// Every control of the tab in a state that comes and goes: under the pointer, pressed, with the focus.
+void drawStates(PreferencesWindow& window, const std::function<void(const QString&)>& picture) {
+    for (auto* control : window.findChildren<QWidget*>()) {
+        control->setAttribute(Qt::WA_UnderMouse);
+    }
+    picture(u"hud-hovered"_s);
+    for (auto* control : window.findChildren<QWidget*>()) {
+        control->setAttribute(Qt::WA_UnderMouse, false);
+    }
+    for (auto* button : window.findChildren<QAbstractButton*>()) {
+        button->setDown(true);
+    }
+    for (auto* slider : window.findChildren<QSlider*>()) {
+        slider->setSliderDown(true);
+    }
+    picture(u"hud-pressed"_s);
+    for (auto* button : window.findChildren<QAbstractButton*>()) {
+        button->setDown(false);
+    }
+    for (auto* slider : window.findChildren<QSlider*>()) {
+        slider->setSliderDown(false);
+    }
+    const auto focus = [&](QWidget* control, const QString& name) {
+        window.activateWindow();
+        QApplication::processEvents();
+        control->setFocus(Qt::TabFocusReason);
+        picture(u"hud-focus-"_s + name);
+    };
+    focus(window.findChild<QComboBox*>(), u"picker"_s);
+    focus(window.findChild<QSlider*>(), u"slider"_s);
+    focus(window.findChild<QRadioButton*>(), u"segment"_s);
+    focus(window.findChild<QPushButton*>(), u"button"_s);
 }
 
 void drawAll(const QString& folder, bool dark) {
@@ -39,6 +89,7 @@ void drawAll(const QString& folder, bool dark) {
     Settings settings(*fake.defaults);
     PreferencesWindow window(settings, fake.platform());
     window.present();
+    window.view().setHeightLimit(QWIDGETSIZE_MAX);
     const auto picture = [&](const QString& name) {
         save(window, folder + u'/' + name + (dark ? u"-dark.png"_s : u"-light.png"_s));
     };
@@ -62,10 +113,13 @@ void drawAll(const QString& folder, bool dark) {
     }
     window.view().select(PreferencesTab::hud);
     picture(u"hud"_s);
+    drawStates(window, picture);
     settings.translucent = false;
     settings.fontSize = 64;
     settings.appearance = HUDAppearance::dark;
     picture(u"hud-flat"_s);
+    window.view().setHeightLimit(420);
+    picture(u"hud-small-screen"_s);
     settings.fontSize = 1000;
     settings.displaySeconds = -1e9;
     settings.flatOpacity = 7;
@@ -79,6 +133,7 @@ int main(int argc, char* argv[]) {
         qputenv("QT_QPA_PLATFORM", "offscreen");
     }
     QApplication app(argc, argv);
+    QApplication::setStyle(std::make_unique<StillStyle>().release()); // the application's from here on
     const auto arguments = QApplication::arguments();
     if (arguments.size() < 2 || !QDir().mkpath(arguments.at(1))) {
         qFatal("the first argument is the directory to write to");

@@ -31,9 +31,6 @@ ConfirmationDialog::ConfirmationDialog(const Words& words, QWidget& parent, std:
     message.setFont(bodyFont());
     message.setWordWrap(true);
     message.setForegroundRole(QPalette::PlaceholderText);
-    for (auto* label : {&title, &message}) {
-        label->setTextFormat(Qt::PlainText);
-    }
     column.setContentsMargins(margin, margin, margin, margin - 3);
     column.setSpacing(8);
     column.addWidget(&title);

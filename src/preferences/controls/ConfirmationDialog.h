@@ -1,10 +1,10 @@
 #pragma once
 
+#include "preferences/controls/LeadingLabel.h"
 #include "preferences/controls/PushButton.h"
 
 #include <QDialog>
 #include <QHBoxLayout>
-#include <QLabel>
 #include <QVBoxLayout>
 #include <functional>
 
@@ -24,8 +24,8 @@ public:
     ConfirmationDialog(const Words& words, QWidget& parent, std::function<void()> confirmed);
 
 private:
-    QLabel title;
-    QLabel message;
+    LeadingLabel title;
+    LeadingLabel message;
     PushButton confirm;
     PushButton cancel;
     QVBoxLayout column;

@@ -5,13 +5,11 @@
 
 namespace orvantile {
 
-Footnote::Footnote(const QString& text) {
+Footnote::Footnote(const QString& text) : LeadingLabel(text) {
     setFont(footnoteFont());
     setWordWrap(true);
-    setTextFormat(Qt::PlainText);
     setContentsMargins(rowPadding, 0, rowPadding, rowTextMargin + 2);
     setForegroundRole(QPalette::PlaceholderText);
-    setText(text);
 }
 
 } // namespace orvantile

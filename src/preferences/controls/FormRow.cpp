@@ -3,14 +3,21 @@
 #include "preferences/controls/FormMetrics.h"
 #include "preferences/controls/Typography.h"
 
+#include <QEvent>
+
 namespace orvantile {
+namespace {
+
+constexpr int labelMargin = 6; // so that several lines keep away from the neighbours
+
+} // namespace
 
 FormRow::FormRow(const QString& text) : content(this) {
-    content.setContentsMargins(rowPadding, 0, rowPadding, 0);
+    setMargins();
     content.setSpacing(rowSpacing);
     label.setFont(bodyFont());
     label.setWordWrap(true);
-    label.setTextFormat(Qt::PlainText);
+    label.setContentsMargins(0, labelMargin, 0, labelMargin);
     label.setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Preferred);
     setMinimumHeight(rowHeight);
     label.hide();
@@ -22,7 +29,22 @@ void FormRow::addControl(QWidget& control, int stretch) {
     if (label.buddy() == nullptr && control.focusPolicy() != Qt::NoFocus) {
         label.setBuddy(&control); // so that assistive technology calls the control by the text
     }
+    overhang = control.contentsMargins().right();
+    setMargins();
     control.show();
+}
+
+void FormRow::setMargins() {
+    const bool mirrored = layoutDirection() == Qt::RightToLeft;
+    content.setContentsMargins(mirrored ? rowPadding - overhang : rowPadding, 0,
+                               mirrored ? rowPadding : rowPadding - overhang, 0);
+}
+
+void FormRow::changeEvent(QEvent* event) {
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::LayoutDirectionChange) {
+        setMargins();
+    }
 }
 
 void FormRow::addLeading(QWidget& control) {
@@ -31,6 +53,8 @@ void FormRow::addLeading(QWidget& control) {
 }
 
 void FormRow::addSpacer() {
+    overhang = 0;
+    setMargins();
     content.addStretch(1);
 }
 

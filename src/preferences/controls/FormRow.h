@@ -1,7 +1,8 @@
 #pragma once
 
+#include "preferences/controls/LeadingLabel.h"
+
 #include <QHBoxLayout>
-#include <QLabel>
 #include <QWidget>
 
 namespace orvantile {
@@ -31,9 +32,15 @@ public:
 
     [[nodiscard]] QString text() const { return label.text(); }
 
+protected:
+    void changeEvent(QEvent* event) override;
+
 private:
-    QLabel label;
+    void setMargins();
+
+    LeadingLabel label;
     QHBoxLayout content;
+    int overhang = 0; ///< what the last control keeps free at its edge for its focus ring
 };
 
 } // namespace orvantile

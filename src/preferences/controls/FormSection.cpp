@@ -22,7 +22,6 @@ FormSection::FormSection(const QString& title) : rows(this) {
     if (!title.isEmpty()) {
         header.setText(title);
         header.setFont(headerFont());
-        header.setTextFormat(Qt::PlainText);
         header.setContentsMargins(rowPadding, 0, rowPadding, headerGap);
         rows.addWidget(&header);
         header.show();

@@ -1,6 +1,7 @@
 #pragma once
 
-#include <QLabel>
+#include "preferences/controls/LeadingLabel.h"
+
 #include <QVBoxLayout>
 #include <QWidget>
 
@@ -21,7 +22,7 @@ protected:
 private:
     [[nodiscard]] QRectF card() const;
 
-    QLabel header;
+    LeadingLabel header;
     QVBoxLayout rows;
 };
 

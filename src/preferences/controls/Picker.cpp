@@ -5,6 +5,7 @@
 #include "preferences/controls/FormMetrics.h"
 #include "preferences/controls/Typography.h"
 
+#include <QAbstractItemView>
 #include <QPainter>
 #include <QPainterPath>
 #include <QStyle>
@@ -37,7 +38,15 @@ void drawChevrons(QPainter& painter, const QPointF& centre, const QColor& colour
 Picker::Picker(const QString& name, const QStringList& options) {
     setAccessibleName(name);
     setFont(bodyFont());
+    setContentsMargins(focusMargin, focusMargin, focusMargin, focusMargin);
     addItems(options);
+    setItemDelegate(&items);
+    view()->setFont(font());
+    int widest = 0;
+    for (const auto& option : options) {
+        widest = std::max(widest, fontMetrics().horizontalAdvance(option));
+    }
+    view()->setMinimumWidth(widest + PickerItems::extraWidth);
     setMaxVisibleItems(std::max(1, count()));
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     setFocusPolicy(Qt::StrongFocus);
@@ -68,6 +77,14 @@ void Picker::paintEvent(QPaintEvent*) {
                  palette().color(isEnabled() ? QPalette::PlaceholderText : QPalette::ButtonText));
     if (isFocusVisible()) {
         drawFocusRing(painter, face, controlRadius, palette().color(QPalette::Highlight));
+    }
+}
+
+void Picker::changeEvent(QEvent* event) {
+    QComboBox::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange) {
+        view()->window()->setPalette(palette()); // a window of its own, which inherits nothing
+        view()->setPalette(palette());
     }
 }
 

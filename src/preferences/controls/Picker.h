@@ -1,6 +1,7 @@
 #pragma once
 
 #include "preferences/controls/KeyboardFocus.h"
+#include "preferences/controls/PickerItems.h"
 
 #include <QComboBox>
 
@@ -17,10 +18,14 @@ public:
     [[nodiscard]] QSize minimumSizeHint() const override { return sizeHint(); }
 
 protected:
+    void changeEvent(QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
     void enterEvent(QEnterEvent* event) override;
     void leaveEvent(QEvent* event) override;
+
+private:
+    PickerItems items;
 };
 
 } // namespace orvantile

@@ -18,6 +18,7 @@ constexpr int sidePadding = 14;
 PushButton::PushButton(const QString& text, Role role_) : role(role_) {
     setText(text);
     setFont(bodyFont());
+    setContentsMargins(focusMargin, focusMargin, focusMargin, focusMargin);
     setAutoDefault(false);
     setFocusPolicy(Qt::StrongFocus);
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);

@@ -15,6 +15,7 @@ namespace {
 
 constexpr QSize trackSize(34, 20);
 constexpr double knobInset = 2;
+constexpr double pressedStretch = 3;
 
 } // namespace
 
@@ -90,13 +91,14 @@ void Switch::paintTrack(QPainter& painter, const QRectF& track) const {
     const double diameter = track.height() - 2 * knobInset;
     const double travel = track.width() - track.height();
     const double along = layoutDirection() == Qt::RightToLeft ? 1 - knob.position() : knob.position();
-    const QRectF circle(track.left() + knobInset + travel * along, track.top() + knobInset, diameter,
-                        diameter);
+    const double stretch = isDown() ? pressedStretch : 0; // towards where it will go
+    const QRectF face(track.left() + knobInset + travel * along - stretch * along, track.top() + knobInset,
+                      diameter + stretch, diameter);
     painter.setPen(Qt::NoPen);
     painter.setBrush(QColor(0, 0, 0, 40));
-    painter.drawEllipse(circle.translated(0, 0.75));
+    painter.drawRoundedRect(face.translated(0, 0.75), diameter / 2, diameter / 2);
     painter.setBrush(palette().color(QPalette::Light));
-    painter.drawEllipse(circle);
+    painter.drawRoundedRect(face, diameter / 2, diameter / 2);
     if (isFocusVisible()) {
         drawFocusRing(painter, track, radius, palette().color(QPalette::Highlight));
     }

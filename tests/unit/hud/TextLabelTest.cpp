@@ -1,5 +1,7 @@
 #include "hud/TextLabel.h"
 
+#include <QGuiApplication>
+#include <QPainter>
 #include <gmock/gmock.h>
 #include <limits>
 
@@ -14,6 +16,19 @@ TEST(TextLabel, growsEvenlyWithTheFontSize) {
         EXPECT_NEAR(at(fontSize).width() / fontSize, at(100).width() / 100, 0.03) << fontSize;
         EXPECT_NEAR(at(fontSize).height(), 1.2 * fontSize, 0.05) << fontSize;
     }
+}
+
+TEST(TextLabel, hasTheDirectionOfItsTextInAMirroredProgram) {
+    const auto drawn = [](Qt::LayoutDirection direction) {
+        QGuiApplication::setLayoutDirection(direction);
+        QImage image(160, 40, QImage::Format_ARGB32_Premultiplied);
+        image.fill(Qt::white);
+        QPainter painter(&image);
+        TextLabel(u"⌘S  Save"_s, 22).draw(painter, {});
+        QGuiApplication::setLayoutDirection(Qt::LeftToRight);
+        return image;
+    };
+    EXPECT_EQ(drawn(Qt::RightToLeft), drawn(Qt::LeftToRight));
 }
 
 TEST(TextLabel, neverWraps) {
