@@ -1,6 +1,7 @@
 // Draws every tab and state of the preferences into PNG files in the directory that is the first argument.
 // QT_SCALE_FACTOR sets the scale; further arguments: "rtl" for right-to-left, "long" for long texts.
 
+#include "gallery/StillStyle.h"
 #include "preferences/PreferencesWindow.h"
 #include "preferences/controls/ConfirmationDialog.h"
 #include "support/FakePlatform.h"
@@ -8,7 +9,6 @@
 #include <QApplication>
 #include <QComboBox>
 #include <QDir>
-#include <QProxyStyle>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QSlider>
@@ -30,20 +30,10 @@ public:
     [[nodiscard]] bool isEmpty() const override { return false; }
 };
 
-/// Nothing moves, so that pictures show the end of each movement.
-class StillStyle final : public QProxyStyle {
-public:
-    StillStyle() : QProxyStyle(u"Fusion"_s) {}
-
-    [[nodiscard]] int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
-                                QStyleHintReturn* result) const override {
-        return hint == SH_Widget_Animation_Duration ? 0
-                                                    : QProxyStyle::styleHint(hint, option, widget, result);
-    }
-};
-
 void save(QWidget& widget, const QString& path) {
-    QApplication::processEvents();
+    for (int turn = 0; turn < 3; ++turn) {
+        QApplication::processEvents();
+    }
     if (!widget.grab().save(path)) {
         qFatal("cannot write %s", qPrintable(path));
     }
@@ -133,7 +123,7 @@ int main(int argc, char* argv[]) {
         qputenv("QT_QPA_PLATFORM", "offscreen");
     }
     QApplication app(argc, argv);
-    QApplication::setStyle(std::make_unique<StillStyle>().release()); // the application's from here on
+    QApplication::setStyle(std::make_unique<test::StillStyle>().release()); // the application's from here on
     const auto arguments = QApplication::arguments();
     if (arguments.size() < 2 || !QDir().mkpath(arguments.at(1))) {
         qFatal("the first argument is the directory to write to");

@@ -1,12 +1,9 @@
-// The looks of the HUD against pictures that have been looked at. ORVANTILE_UPDATE_GOLDENS=1 draws them anew;
-// look at them before committing.
+// The looks of the HUD against pictures that have been looked at.
 
 #include "hud/HUDView.h"
+#include "render/PictureComparison.h"
 
-#include <QDir>
-#include <algorithm>
 #include <array>
-#include <cstdlib>
 #include <gmock/gmock.h>
 
 namespace orvantile {
@@ -63,49 +60,10 @@ QImage drawn(const Golden& golden) {
     return image.convertToFormat(QImage::Format_RGB32);
 }
 
-struct Difference {
-    double mean = 0;     ///< of all channels of all pixels
-    double farShare = 0; ///< of pixels that anybody would see to differ
-};
-
-Difference compare(const QImage& left, const QImage& right) {
-    constexpr int seen = 24;
-    double sum = 0;
-    double far = 0;
-    for (int y = 0; y < left.height(); ++y) {
-        for (int x = 0; x < left.width(); ++x) {
-            const auto a = left.pixel(x, y);
-            const auto b = right.pixel(x, y);
-            const std::array channels{std::abs(qRed(a) - qRed(b)), std::abs(qGreen(a) - qGreen(b)),
-                                      std::abs(qBlue(a) - qBlue(b))};
-            sum += channels[0] + channels[1] + channels[2];
-            far += std::ranges::max(channels) > seen ? 1 : 0;
-        }
-    }
-    const double pixels = double{1} * left.width() * left.height();
-    return {sum / (3 * pixels), far / pixels};
-}
-
 class GoldenTest : public ::testing::TestWithParam<Golden> {};
 
 TEST_P(GoldenTest, looksAsItDid) {
-    const QString path = QStringLiteral(GOLDEN_FOLDER "/") + GetParam().name();
-    const auto actual = drawn(GetParam());
-    if (qEnvironmentVariableIsSet("ORVANTILE_UPDATE_GOLDENS")) {
-        ASSERT_TRUE(QDir().mkpath(QStringLiteral(GOLDEN_FOLDER)) && actual.save(path));
-        GTEST_SKIP() << "drawn anew: " << path.toStdString();
-    }
-    const QImage golden(path);
-    ASSERT_FALSE(golden.isNull()) << path.toStdString();
-    ASSERT_EQ(actual.size(), golden.size());
-    const auto difference = compare(actual, golden);
-    const auto kept = QDir::temp().filePath(u"orvantile-"_s + GetParam().name());
-    EXPECT_LT(difference.mean, 0.5);
-    EXPECT_LT(difference.farShare, 0.002);
-    if (HasFailure()) {
-        actual.save(kept);
-        ADD_FAILURE() << "what was drawn is kept in " << kept.toStdString();
-    }
+    test::expectGolden(drawn(GetParam()), QStringLiteral(GOLDEN_FOLDER "/") + GetParam().name());
 }
 
 std::vector<Golden> goldens() {

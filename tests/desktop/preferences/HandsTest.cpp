@@ -120,6 +120,8 @@ TEST_P(HandsTest, draggingASliderRedrawsThePreviewAllTheWay) {
     const auto strip = [&] { return reader.extents(desk.control(u"graphic"_s, u"⌘S  Save"_s)); };
     ASSERT_EQ(strip().height(), 110);
     const auto before = desk.picture(strip());
+    ASSERT_TRUE(desk.await([&] { return desk.window().frame.height() > 450; }));
+    const int whole = desk.window().frame.height();
     desk.hands().moveTo(knob(slider));
     desk.hands().holdButton();
     std::set<QString> seen;
@@ -133,6 +135,9 @@ TEST_P(HandsTest, draggingASliderRedrawsThePreviewAllTheWay) {
         const double size = reader.value(slider)->current;
         const double height = std::ceil(std::max(size * 1.25 + std::max(size * 1.1, 24.0) + 58, 90.0));
         EXPECT_TRUE(desk.await([&] { return strip().height() == static_cast<int>(height); })) << size;
+        EXPECT_TRUE(desk.await([&] {
+            return desk.window().frame.height() == whole + static_cast<int>(height) - 110;
+        })) << "the window grows with it";
         seen.insert(desk.stored(u"fontSize"_s));
     }
     desk.hands().releaseButton();
