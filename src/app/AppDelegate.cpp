@@ -102,18 +102,19 @@ std::shared_ptr<platform::Menu> AppDelegate::buildMenu() {
             }
         };
     };
-    const auto item = [&](const QString& title, void (AppDelegate::*action)()) {
-        return MenuItem{.title = title, .action = MenuAction::call, .handler = calling(action)};
+    const auto item = [&](const QString& title, void (AppDelegate::*action)(), const QString& command) {
+        return MenuItem{
+            .title = title, .action = MenuAction::call, .handler = calling(action), .command = command};
     };
-    auto enabled = item(u"Enabled"_s, &AppDelegate::toggleEnabled);
+    auto enabled = item(u"Enabled"_s, &AppDelegate::toggleEnabled, u"toggleEnabled"_s);
     enabled.on = Settings::shared().enabled();
     enabled.tag = enabledTag;
 
     auto menu = std::make_shared<platform::Menu>(std::vector<MenuItem>{
         enabled,
         MenuItem::separator(),
-        item(u"Preferences…"_s, &AppDelegate::openPreferences),
-        item(u"Check for Updates…"_s, &AppDelegate::checkForUpdates),
+        item(u"Preferences…"_s, &AppDelegate::openPreferences, u"openPreferences"_s),
+        item(u"Check for Updates…"_s, &AppDelegate::checkForUpdates, u"checkForUpdates"_s),
         MenuItem::separator(),
         MenuItem{.title = u"Quit Orvantile"_s, .action = MenuAction::terminate, .keyEquivalent = u"q"_s},
     });

@@ -18,6 +18,9 @@ public:
     [[nodiscard]] QString title() const override;
     void prepare(const platform::Rect& frame, double scale) override;
     [[nodiscard]] QPainterPath blurRegion() const override;
+
+    [[nodiscard]] bool isDark() const override { return view.darkMode; }
+
     [[nodiscard]] platform::PanelFrame frameAt(double elapsed) const override;
 
 private:

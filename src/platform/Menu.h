@@ -19,6 +19,7 @@ struct MenuItem {
     QString title; ///< empty for a separator
     MenuAction action = MenuAction::none;
     std::function<void()> handler;
+    QString command;       ///< names what calling it does, for desktops that know commands by name
     QString keyEquivalent; ///< with the platform's command modifier; empty for none
     int tag = 0;
     bool on = false; ///< shows a check mark

@@ -40,6 +40,9 @@ public:
     /// The part behind which a blurring compositor shall blur, in points from the top left corner.
     [[nodiscard]] virtual QPainterPath blurRegion() const { return {}; }
 
+    /// Whether a blurring compositor shall tint what it blurs dark rather than light.
+    [[nodiscard]] virtual bool isDark() const { return true; }
+
     /// The look `elapsed` seconds after the content has appeared.
     [[nodiscard]] virtual PanelFrame frameAt(double elapsed) const = 0;
 };

@@ -1,0 +1,16 @@
+#pragma once
+
+#include "platform/Scheduler.h"
+
+namespace orvantile::platform::macos {
+
+/// The main run loop and its timers.
+class MacScheduler final : public Scheduler {
+public:
+    [[nodiscard]] double now() const override;
+    void runLater(Work work) override;
+    [[nodiscard]] std::unique_ptr<Scheduled> runAfter(double seconds, Work work) override;
+    [[nodiscard]] std::unique_ptr<Scheduled> runEveryFrame(Work work) override;
+};
+
+} // namespace orvantile::platform::macos

@@ -1,0 +1,72 @@
+#include "platform/macos/desktop/MacScheduler.h"
+
+#import <AppKit/AppKit.h>
+#include <algorithm>
+#include <chrono>
+#include <utility>
+
+namespace orvantile::platform::macos {
+namespace {
+
+using TimerBlock = void (^)(NSTimer*);
+
+class TimerScheduled final : public Scheduled {
+public:
+    explicit TimerScheduled(NSTimer* timer_) : timer(timer_) {}
+
+    TimerScheduled(const TimerScheduled&) = delete;
+    TimerScheduled& operator=(const TimerScheduled&) = delete;
+
+    ~TimerScheduled() override { TimerScheduled::invalidate(); }
+
+    void invalidate() override { [timer invalidate]; }
+
+private:
+    NSTimer* timer;
+};
+
+TimerBlock blockFor(Scheduler::Work work) {
+    const auto shared = std::make_shared<Scheduler::Work>(std::move(work));
+    return ^(NSTimer*) {
+      const auto running = shared; // the block goes when the timer is invalidated by what it runs
+      (*running)();
+    };
+}
+
+/// The time from one refresh of the main screen to the next.
+double frameInterval() {
+    constexpr NSInteger slowest = 30;
+    constexpr NSInteger fastest = 240;
+    NSScreen* screen = NSScreen.mainScreen;
+    const NSInteger rate = screen != nil ? screen.maximumFramesPerSecond : 60;
+    return 1.0 / static_cast<double>(std::clamp(rate, slowest, fastest));
+}
+
+} // namespace
+
+double MacScheduler::now() const {
+    return std::chrono::duration<double>(std::chrono::steady_clock::now().time_since_epoch()).count();
+}
+
+void MacScheduler::runLater(Work work) {
+    const auto shared = std::make_shared<Work>(std::move(work));
+    [NSRunLoop.mainRunLoop performBlock:^{
+      (*shared)();
+    }];
+}
+
+std::unique_ptr<Scheduled> MacScheduler::runAfter(double seconds, Work work) {
+    return std::make_unique<TimerScheduled>(
+        [NSTimer scheduledTimerWithTimeInterval:seconds repeats:NO block:blockFor(std::move(work))]);
+}
+
+std::unique_ptr<Scheduled> MacScheduler::runEveryFrame(Work work) {
+    NSTimer* timer = [NSTimer timerWithTimeInterval:frameInterval()
+                                            repeats:YES
+                                              block:blockFor(std::move(work))];
+    // An open menu of this program does not hold up a HUD that is coming up.
+    [NSRunLoop.mainRunLoop addTimer:timer forMode:NSRunLoopCommonModes];
+    return std::make_unique<TimerScheduled>(timer);
+}
+
+} // namespace orvantile::platform::macos

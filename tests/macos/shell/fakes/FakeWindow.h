@@ -1,0 +1,12 @@
+#pragma once
+
+#import <AppKit/AppKit.h>
+
+@interface NSWindow () {
+@public
+    NSRect frameRect;
+    bool visible;
+    bool isClosed;
+}
+
+@end
