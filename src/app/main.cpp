@@ -30,7 +30,7 @@ int main(int argc, char* argv[]) {
     auto& desktop = platform::Platform::current();
     const auto delegate = std::make_shared<AppDelegate>(
         desktop, [&desktop] { return std::make_unique<PreferencesWindow>(Settings::shared(), desktop); });
-    desktop.scheduler->runLater([delegate, &launch = *launch] {
+    launch->onFinished(*desktop.scheduler, [delegate, &launch = *launch] {
         delegate->applicationDidFinishLaunching();
         // What is launched outlives the delegate, whose windows must not outlive the application object.
         launch.onReopen([weak = std::weak_ptr(delegate)](bool hasVisibleWindows) {

@@ -1,6 +1,9 @@
 #pragma once
 
+#include "platform/Scheduler.h"
+
 #include <functional>
+#include <utility>
 
 namespace orvantile::platform {
 
@@ -20,6 +23,12 @@ public:
     /// copy that runs already for this user has been told, and this process has nothing left to do. The main
     /// loop turns while this is found out, for a few seconds at most when nobody answers.
     [[nodiscard]] virtual bool isTakenOver() = 0;
+
+    /// Runs `work` once, in a turn of its own, when the desktop says that launching has finished; where it
+    /// says nothing, in the next turn.
+    virtual void onFinished(Scheduler& scheduler, std::function<void()> work) {
+        scheduler.runLater(std::move(work));
+    }
 
     /// Calls `handler` in a turn of its own whenever the user launches the program once more.
     virtual void onReopen(ReopenHandler handler) = 0;

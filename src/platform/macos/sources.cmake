@@ -2,6 +2,7 @@
 # list against doubles.
 set(ORVANTILE_MACOS_OBJCXX_SOURCES
   application/AppDelegate.mm
+  application/MacActivation.mm
   application/MacApplication.mm
   cocoa/Picture.mm
   desktop/MacAppearance.mm
@@ -21,5 +22,6 @@ set(ORVANTILE_MACOS_OBJCXX_SOURCES
   statusitem/SymbolImages.mm
   updates/MacUpdater.mm)
 set(ORVANTILE_MACOS_CXX_SOURCES
+  application/MacLaunch.cpp
   panel/Entrance.cpp
   panel/ScaleAt.cpp)

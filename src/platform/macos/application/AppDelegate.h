@@ -16,6 +16,7 @@ class StatusMenu;
 /// passes the application's messages on to this one.
 @interface AppDelegate : NSObject <NSApplicationDelegate, NSMenuDelegate> {
 @public
+    bool finishedLaunching;
     std::function<void()> launched;
     std::function<void(bool hasVisibleWindows)> reopened;
     std::weak_ptr<orvantile::platform::macos::StatusMenu> statusMenu; ///< while there is one

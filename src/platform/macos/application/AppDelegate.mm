@@ -6,6 +6,7 @@
 @implementation AppDelegate
 
 - (void)applicationDidFinishLaunching:(NSNotification*)notification {
+    finishedLaunching = true;
     if (launched) {
         launched();
     }

@@ -12,14 +12,14 @@ public:
     /// delegate that it finds.
     static void prepare();
 
+    /// Whether launching has finished.
+    [[nodiscard]] static bool hasLaunched();
+
     /// Calls `handler` when launching has finished.
     static void onLaunched(std::function<void()> handler);
 
     /// Calls `handler` when the user launches the program once more while it runs.
     static void onReopened(std::function<void(bool hasVisibleWindows)> handler);
-
-    /// Brings this program to the front, whatever is there. Without an application object the program stops.
-    static void activateIgnoringOtherApplications();
 };
 
 } // namespace orvantile::platform::macos

@@ -25,16 +25,16 @@ void MacApplication::prepare() {
     [application setActivationPolicy:NSApplicationActivationPolicyAccessory];
 }
 
+bool MacApplication::hasLaunched() {
+    return sharedDelegate()->finishedLaunching;
+}
+
 void MacApplication::onLaunched(std::function<void()> handler) {
     sharedDelegate()->launched = std::move(handler);
 }
 
 void MacApplication::onReopened(std::function<void(bool hasVisibleWindows)> handler) {
     sharedDelegate()->reopened = std::move(handler);
-}
-
-void MacApplication::activateIgnoringOtherApplications() {
-    [existingApplication() activateIgnoringOtherApps:YES];
 }
 
 } // namespace orvantile::platform::macos

@@ -4,7 +4,7 @@
 
 namespace orvantile::platform::macos {
 
-/// The main run loop and its timers.
+/// The main queue, and the timers of the main run loop.
 class MacScheduler final : public Scheduler {
 public:
     [[nodiscard]] double now() const override;

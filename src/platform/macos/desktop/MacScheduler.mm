@@ -1,8 +1,9 @@
 #include "platform/macos/desktop/MacScheduler.h"
 
+#include "platform/macos/support/MainQueue.h"
+
 #import <AppKit/AppKit.h>
 #include <algorithm>
-#include <chrono>
 #include <utility>
 
 namespace orvantile::platform::macos {
@@ -19,7 +20,10 @@ public:
 
     ~TimerScheduled() override { TimerScheduled::invalidate(); }
 
-    void invalidate() override { [timer invalidate]; }
+    void invalidate() override {
+        [timer invalidate];
+        timer = nil;
+    }
 
 private:
     NSTimer* timer;
@@ -45,14 +49,11 @@ double frameInterval() {
 } // namespace
 
 double MacScheduler::now() const {
-    return std::chrono::duration<double>(std::chrono::steady_clock::now().time_since_epoch()).count();
+    return NSProcessInfo.processInfo.systemUptime;
 }
 
 void MacScheduler::runLater(Work work) {
-    const auto shared = std::make_shared<Work>(std::move(work));
-    [NSRunLoop.mainRunLoop performBlock:^{
-      (*shared)();
-    }];
+    runOnMainQueue(std::move(work));
 }
 
 std::unique_ptr<Scheduled> MacScheduler::runAfter(double seconds, Work work) {

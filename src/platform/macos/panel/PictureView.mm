@@ -1,5 +1,7 @@
 #include "platform/macos/panel/PictureView.h"
 
+#import <QuartzCore/CALayer.h>
+
 @implementation OrvantilePictureView
 
 @synthesize picture = _picture;

@@ -19,6 +19,7 @@ void MacStatusItem::setImage(const std::optional<SymbolImage>& image) {
 }
 
 void MacStatusItem::setMenu(std::shared_ptr<Menu> menu_) {
+    menu.reset(); // it lets go of what is to be shown anew
     menu = menu_ ? std::make_shared<StatusMenu>(std::move(menu_), sharedDelegate()) : nullptr;
     item.menu = menu ? menu->shown() : nil;
     sharedDelegate()->statusMenu = menu;

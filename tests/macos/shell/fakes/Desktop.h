@@ -74,8 +74,7 @@ using DefaultsObject = std::variant<bool, double, std::string>;
 [[nodiscard]] const std::map<std::string, DefaultsObject>& registeredDefaults();
 [[nodiscard]] std::map<std::string, DefaultsObject>& storedDefaults();
 
-// The main loop: `turn` runs what was put off; `advance` fires timers that are due.
-void turn();
+// The main loop. `advance` fires the timers that are due.
 void advance(double seconds);
 [[nodiscard]] std::size_t pendingTimers();
 

@@ -37,7 +37,6 @@ struct State {
 
     double now = 0;
     std::vector<NSTimer*> timers;
-    std::vector<void (^)(void)> putOff;
     std::vector<void (^)(void)> animationsEnding;
 
     __weak NSPanel* panel = nil;

@@ -53,6 +53,9 @@ using orvantile::test::utf8;
 
 @end
 
+@implementation NSValue
+@end
+
 @implementation NSNumber
 
 + (NSNumber*)numberWithBool:(BOOL)boolean {

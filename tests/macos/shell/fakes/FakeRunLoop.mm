@@ -58,6 +58,21 @@ NSRunLoopMode const NSRunLoopCommonModes = @"kCFRunLoopCommonModes";
 
 @end
 
+@implementation NSProcessInfo
+
+@dynamic systemUptime;
+
++ (NSProcessInfo*)processInfo {
+    static NSProcessInfo* const info = [[NSProcessInfo alloc] init];
+    return info;
+}
+
+- (NSTimeInterval)systemUptime {
+    return state().now;
+}
+
+@end
+
 @implementation NSRunLoop
 
 + (NSRunLoop*)mainRunLoop {
@@ -69,21 +84,9 @@ NSRunLoopMode const NSRunLoopCommonModes = @"kCFRunLoopCommonModes";
     [timer schedule];
 }
 
-- (void)performBlock:(void (^)(void))block {
-    state().putOff.push_back(block);
-}
-
 @end
 
 namespace orvantile::test::desktop {
-
-void turn() {
-    const Pool pool;
-    const auto now = std::exchange(state().putOff, {});
-    for (const auto& block : now) {
-        block();
-    }
-}
 
 void advance(double seconds) {
     const double end = state().now + seconds;

@@ -4,6 +4,7 @@
 #include "macos/shell/fakes/FakeString.h"
 #include "macos/shell/runtime/ClassTable.h"
 
+#import <QuartzCore/CALayer.h>
 #include <algorithm>
 
 using namespace orvantile::test;
@@ -99,6 +100,12 @@ NSAccessibilityRole const NSAccessibilityStaticTextRole = @"AXStaticText";
     }
 }
 
+@end
+
+@implementation NSControl
+@end
+
+@implementation NSButton
 @end
 
 @implementation NSVisualEffectView

@@ -16,6 +16,9 @@ public:
 
     void clear() { recorded.clear(); }
 
+    /// Forgets all but the first `count`.
+    void shorten(std::size_t count) { recorded.resize(count); }
+
     [[nodiscard]] const std::vector<std::string>& calls() const { return recorded; }
 
     /// The calls to `receiver` only.

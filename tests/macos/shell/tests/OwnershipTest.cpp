@@ -1,3 +1,4 @@
+#include "macos/axfake/AxFake.h"
 #include "macos/shell/tests/FakeContent.h"
 #include "macos/shell/tests/ShellTest.h"
 #include "platform/macos/application/MacApplication.h"
@@ -99,6 +100,7 @@ TEST_F(OwnershipTest, ofObservers) {
 }
 
 TEST_F(OwnershipTest, ofTimersAndWorkThatIsPutOff) {
+    AxFake ax; // plays the main queue
     const auto captured = std::make_shared<int>();
     expectNoGrowth([&] {
         MacScheduler scheduler;
@@ -107,7 +109,7 @@ TEST_F(OwnershipTest, ofTimersAndWorkThatIsPutOff) {
         const auto cancelled = scheduler.runAfter(100, [captured] {});
         const auto frames = scheduler.runEveryFrame([captured] {});
         desktop::advance(0.2);
-        desktop::turn();
+        ax.turnMainQueue();
     });
     EXPECT_EQ(captured.use_count(), 1);
     EXPECT_EQ(desktop::pendingTimers(), 0U);

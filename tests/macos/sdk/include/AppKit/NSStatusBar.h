@@ -5,7 +5,7 @@
 
 static const CGFloat NSVariableStatusItemLength = -1.0;
 
-@interface NSStatusBarButton : NSView
+@interface NSStatusBarButton : NSButton
 @property(strong) NSImage* image;
 @end
 

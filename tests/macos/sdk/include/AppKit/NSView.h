@@ -3,7 +3,7 @@
 #include <AppKit/NSAppearance.h>
 #include <Foundation/Foundation.h>
 
-@class NSImage, NSWindow;
+@class CALayer, NSImage, NSWindow;
 
 typedef NS_ENUM(NSInteger, NSWindowOrderingMode) {
     NSWindowAbove = 1,
@@ -13,10 +13,6 @@ typedef NS_ENUM(NSInteger, NSWindowOrderingMode) {
 
 typedef NSString* NSAccessibilityRole;
 extern "C" NSAccessibilityRole const NSAccessibilityStaticTextRole;
-
-@interface CALayer : NSObject
-@property(strong) id contents;
-@end
 
 @interface NSResponder : NSObject
 @end
@@ -43,4 +39,10 @@ extern "C" NSAccessibilityRole const NSAccessibilityStaticTextRole;
 - (void)setAccessibilityElement:(BOOL)accessibilityElement;
 - (void)setAccessibilityRole:(NSAccessibilityRole)role;
 - (void)setAccessibilityLabel:(NSString*)label;
+@end
+
+@interface NSControl : NSView
+@end
+
+@interface NSButton : NSControl
 @end

@@ -18,7 +18,10 @@
 - (void)setObject:(V)object forKeyedSubscript:(K)key;
 @end
 
-@interface NSNumber : NSObject
+@interface NSValue : NSObject
+@end
+
+@interface NSNumber : NSValue
 + (NSNumber*)numberWithBool:(BOOL)value;
 + (NSNumber*)numberWithDouble:(double)value;
 @end

@@ -5,6 +5,11 @@
 typedef NSString* NSRunLoopMode;
 extern "C" NSRunLoopMode const NSRunLoopCommonModes;
 
+@interface NSProcessInfo : NSObject
+@property(class, readonly, strong) NSProcessInfo* processInfo;
+@property(readonly) NSTimeInterval systemUptime;
+@end
+
 @interface NSTimer : NSObject
 + (NSTimer*)timerWithTimeInterval:(NSTimeInterval)interval
                           repeats:(BOOL)repeats
@@ -18,5 +23,4 @@ extern "C" NSRunLoopMode const NSRunLoopCommonModes;
 @interface NSRunLoop : NSObject
 @property(class, readonly, strong) NSRunLoop* mainRunLoop;
 - (void)addTimer:(NSTimer*)timer forMode:(NSRunLoopMode)mode;
-- (void)performBlock:(void (^)(void))block;
 @end

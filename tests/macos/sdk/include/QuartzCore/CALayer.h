@@ -1,0 +1,7 @@
+#pragma once
+
+#include <Foundation/Foundation.h>
+
+@interface CALayer : NSObject
+@property(strong) id contents;
+@end

@@ -1,0 +1,30 @@
+#include "macos/shell/program/ProgramTest.h"
+
+namespace orvantile::test {
+namespace {
+
+using ::testing::ElementsAre;
+
+using MacPlatformTest = ShellTest;
+
+TEST_F(MacPlatformTest, preparesTheProcessAsAnAccessoryBeforeTheToolkitLooks) {
+    qunsetenv("QT_MAC_DISABLE_FOREGROUND_APPLICATION_TRANSFORM");
+
+    EXPECT_EQ(platform::prepareProcess(), std::nullopt);
+    EXPECT_EQ(qgetenv("QT_MAC_DISABLE_FOREGROUND_APPLICATION_TRANSFORM"), "1");
+    EXPECT_THAT(calls(),
+                ElementsAre("[NSApplication sharedApplication]", "[NSApplication setDelegate:<AppDelegate>]",
+                            "[NSApplication setActivationPolicy:1]"));
+}
+
+TEST_F(MacPlatformTest, hasEveryPeer) {
+    (void)platform::prepareProcess();
+    const auto all = platform::makePlatform();
+
+    EXPECT_TRUE(all->scheduler && all->defaults && all->appearance && all->workspace && all->accessibility &&
+                all->activation && all->screens && all->backdrop && all->panels && all->sounds &&
+                all->statusBar && all->updater);
+}
+
+} // namespace
+} // namespace orvantile::test
