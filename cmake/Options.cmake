@@ -33,6 +33,12 @@ include(Warnings)
 include(QtStrict)
 target_link_libraries(orvantile_options INTERFACE orvantile::warnings orvantile::qt_strict)
 
+# What is released is hardened: addresses at random, tables read-only, stacks and buffers guarded.
+include(CheckPIESupported)
+check_pie_supported()
+target_compile_options(orvantile_options INTERFACE $<$<CONFIG:Release>:-fstack-protector-strong> $<$<CONFIG:Release>:-D_FORTIFY_SOURCE=2>)
+target_link_options(orvantile_options INTERFACE $<$<CONFIG:Release>:-Wl,-z,relro,-z,now>)
+
 if(ORVANTILE_SANITIZERS)
   target_compile_options(orvantile_options INTERFACE -fsanitize=${ORVANTILE_SANITIZERS} -fno-sanitize-recover=all -fno-omit-frame-pointer)
   target_link_options(orvantile_options INTERFACE -fsanitize=${ORVANTILE_SANITIZERS})

@@ -20,6 +20,27 @@ QString withLineSeparators(QString text) {
     return text;
 }
 
+/// Whether a character would not be seen itself but change how its neighbours are read.
+bool isDeceptive(QChar character) {
+    const char16_t code = character.unicode();
+    const bool embedsOrOverrides = code >= 0x202A && code <= 0x202E;
+    const bool isolates = code >= 0x2066 && code <= 0x2069;
+    const bool controls =
+        character.category() == QChar::Other_Control && code != u'\t' && code != u'\n' && code != u'\r';
+    return embedsOrOverrides || isolates || controls;
+}
+
+/// What is drawn of a text from an application that may mean no good.
+QString withoutDeception(const QString& text) {
+    constexpr qsizetype longest = 16384; // far beyond any screen
+    auto shown = text.left(longest);
+    if (shown.size() < text.size() && shown.back().isHighSurrogate()) {
+        shown.chop(1);
+    }
+    shown.removeIf(isDeceptive);
+    return shown;
+}
+
 double drawable(double fontSize) {
     return std::isnan(fontSize) ? 1 : std::clamp(fontSize, 1.0, largestSize);
 }
@@ -37,7 +58,7 @@ TextLabel::TextLabel(const QString& text, double fontSize) {
     option.setTextDirection(text.isRightToLeft() ? Qt::RightToLeft
                                                  : Qt::LeftToRight); // whatever the program's is
     // Faces position whole letters better than letters and marks.
-    layout.setText(withLineSeparators(text.normalized(QString::NormalizationForm_C)));
+    layout.setText(withLineSeparators(withoutDeception(text).normalized(QString::NormalizationForm_C)));
     layout.setFont(font);
     layout.setTextOption(option);
     layout.setCacheEnabled(true);

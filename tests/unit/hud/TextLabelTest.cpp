@@ -1,6 +1,7 @@
 #include "hud/TextLabel.h"
 
 #include <QGuiApplication>
+#include <QImage>
 #include <QPainter>
 #include <gmock/gmock.h>
 #include <limits>
@@ -60,6 +61,32 @@ TEST(TextLabel, copesWithSizesThatAreNone) {
         EXPECT_GT(size.height(), 0);
         EXPECT_LT(size.height(), 3);
     }
+}
+
+QImage drawn(const QString& text) {
+    const TextLabel label(text, 22);
+    QImage image(400, 60, QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::transparent);
+    QPainter painter(&image);
+    label.draw(painter, {});
+    return image;
+}
+
+TEST(TextLabel, showsNothingOfCharactersThatTurnOrHideTheirNeighbours) {
+    const auto plain = drawn(u"Save all"_s);
+    EXPECT_EQ(drawn(u"Save\u202E all\u202C"_s), plain) << "an override of direction";
+    EXPECT_EQ(drawn(u"\u2067Save all\u2069"_s), plain) << "an isolate";
+    EXPECT_EQ(drawn(u"Sa\u0007ve\u001B all\u0085"_s), plain) << "control characters";
+    EXPECT_EQ(drawn(QString(u"Sa"_s + QChar(u'\0') + u"ve all"_s)), plain);
+}
+
+TEST(TextLabel, takesMarkupForText) {
+    EXPECT_GT(TextLabel(u"<b>Save</b>"_s, 22).size().width(), TextLabel(u"Save"_s, 22).size().width() * 1.5);
+}
+
+TEST(TextLabel, drawsNoMoreThanAnyScreenHolds) {
+    const QString endless(1'000'000, u'i');
+    EXPECT_EQ(TextLabel(endless, 22).size(), TextLabel(endless.left(16384), 22).size());
 }
 
 } // namespace
