@@ -99,6 +99,25 @@ TEST_P(WindowTest, canBeMinimizedAndComesBackAsItWas) {
         desk.await([&] { return desk.isShown(PreferencesDesk::checkBox, u"Play sound on activation"_s); }));
 }
 
+TEST_P(WindowTest, comesBackWhereItWasAndOnItsTabWhenTheProgramIsStartedAgain) {
+    const auto former = desk.window().frame;
+    desk.showTab(u"Sound"_s);
+    ASSERT_TRUE(desk.await([&] { return desk.window().frame.height() == former.height() - 120; }));
+    constexpr std::uint32_t xAndY = 3U << 8U;
+    send("_NET_MOVERESIZE_WINDOW", {xAndY, 90, 120, 0, 0});
+    ASSERT_TRUE(desk.await([&] { return desk.window().frame.left() < 200; }));
+    const auto moved = desk.window().frame;
+    desk.hands().press(u"Escape"_s);
+    ASSERT_TRUE(awaitClosed());
+    const auto again = desk.session().start(QStringLiteral(ORVANTILE_EXECUTABLE));
+    const auto shown = desk.windows().awaitActive(titled(u"Orvantile Preferences"_s));
+    EXPECT_EQ(shown.process, desk.program().processIdentifier());
+    EXPECT_TRUE(desk.isChecked(desk.segment(u"Sound"_s)));
+    EXPECT_TRUE(desk.await([&] { return desk.window().frame == moved; }))
+        << desk.window().frame.x() << ' ' << desk.window().frame.y() << " instead of " << moved.x() << ' '
+        << moved.y();
+}
+
 INSTANTIATE_TEST_SUITE_P(windowManagers, WindowTest,
                          ::testing::Values(WindowManager::openbox, WindowManager::xfwm4),
                          [](const auto& tested) {
