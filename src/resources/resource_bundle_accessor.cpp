@@ -44,7 +44,7 @@ QStringList ResourceBundle::candidates() {
     if (const auto code = codeDirectory(); !code.isEmpty()) {
         places.append(resourcesFrom(code));
     }
-    places.append(programs);
+    places.append(QDir::cleanPath(programs + u'/' + QStringLiteral(ORVANTILE_BESIDE_FROM_PROGRAMS)));
     for (auto& place : places) {
         place += u'/' + bundleName;
     }

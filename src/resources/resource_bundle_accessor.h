@@ -19,7 +19,7 @@ public:
     /// 2. in the resources directory of the installation that this code belongs to, which is another one when
     /// the
     ///    code has been loaded as a library,
-    /// 3. beside the running executable.
+    /// 3. beside the running executable, or beside the application that it is a part of.
     [[nodiscard]] static QStringList candidates();
 
     /// The first of the directories that opens, or the end of the program.

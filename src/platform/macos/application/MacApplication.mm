@@ -20,9 +20,11 @@ NSApplication* existingApplication() {
 }
 
 void MacApplication::prepare() {
-    NSApplication* application = NSApplication.sharedApplication;
-    application.delegate = sharedDelegate();
-    [application setActivationPolicy:NSApplicationActivationPolicyAccessory];
+    @autoreleasepool { // no loop turns yet that would bring one
+        NSApplication* application = NSApplication.sharedApplication;
+        application.delegate = sharedDelegate();
+        [application setActivationPolicy:NSApplicationActivationPolicyAccessory];
+    }
 }
 
 bool MacApplication::hasLaunched() {

@@ -35,7 +35,9 @@ class MacAppearance::Observation {
 public:
     Observation() : observer([[OrvantileAppearanceObserver alloc] init]) {
         observer->changed = [this] { tellAll(); };
-        [existingApplication() addObserver:observer forKeyPath:observedKey options:0 context:nullptr];
+        @autoreleasepool { // the platform is made before the main loop turns
+            [existingApplication() addObserver:observer forKeyPath:observedKey options:0 context:nullptr];
+        }
     }
 
     Observation(const Observation&) = delete;

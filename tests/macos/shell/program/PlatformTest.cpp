@@ -17,6 +17,16 @@ TEST_F(MacPlatformTest, preparesTheProcessAsAnAccessoryBeforeTheToolkitLooks) {
                             "[NSApplication setActivationPolicy:1]"));
 }
 
+TEST(MacPlatformEarlyTest, isMadeWithoutAnAutoreleasePool) {
+    desktop::reset();
+    (void)platform::prepareProcess();
+    auto made = platform::makePlatform();
+    EXPECT_TRUE(desktop::hasDelegate());
+
+    const desktop::Pool turn;
+    made.reset();
+}
+
 TEST_F(MacPlatformTest, hasEveryPeer) {
     (void)platform::prepareProcess();
     const auto all = platform::makePlatform();
