@@ -11,6 +11,7 @@
 #include "platform/linux/desktop/updates/LinuxUpdater.h"
 #include "platform/linux/wayland/CompositorLoss.h"
 #include "platform/linux/wayland/Globals.h"
+#include "platform/linux/wayland/ToolkitBuffers.h"
 #include "platform/linux/x11/ServerLoss.h"
 #include "platform/linux/x11/XConnection.h"
 #include "platform/null/NullPlatform.h"
@@ -41,6 +42,7 @@ std::optional<QString> prepareProcess() {
         // The toolkit's part for Wayland is a package of its own, and may be missing.
         qputenv(platformVariable, free ? QByteArray("wayland;xcb") : wanted);
         wayland::leaveCleanlyWithoutCompositor();
+        wayland::drawWithoutGraphicsHardware();
         x11::leaveCleanlyWithoutServer();
         return std::nullopt;
     }
@@ -65,6 +67,7 @@ std::unique_ptr<Launch> beginLaunch() {
 
 std::unique_ptr<Platform> makePlatform() {
     const auto toolkit = QGuiApplication::platformName();
+    wayland::forgetGraphicsHardware();
     auto platform = toolkit == u"xcb"                  ? makeX11Platform()
                     : toolkit.startsWith(u"wayland"_s) ? makeWaylandPlatform()
                                                        : makeWindowlessPlatform();

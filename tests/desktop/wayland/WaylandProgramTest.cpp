@@ -1,5 +1,6 @@
 #include "support/wayland/PrivateWaylandSession.h"
 
+#include <QFile>
 #include <QJsonArray>
 #include <QJsonObject>
 #include <gmock/gmock.h>
@@ -44,6 +45,19 @@ TEST(WaylandProgram, startsOnTheCompositorAndEndsCleanlyWithIt) {
         session.stopCompositor();
         EXPECT_EQ(orvantile->awaitExit(), 0) << orvantile->standardError().toStdString();
     }
+}
+
+TEST(WaylandProgram, loadsNoRendererForGraphicsHardwareAndKeepsSilent) {
+    PrivateWaylandSession session;
+    const auto orvantile = session.start(program);
+    ASSERT_TRUE(awaitPreferences(session)) << orvantile->standardError().toStdString();
+    QFile maps(u"/proc/"_s % QString::number(orvantile->processIdentifier()) % u"/maps"_s);
+    ASSERT_TRUE(maps.open(QIODevice::ReadOnly));
+    const auto loaded = maps.readAll();
+    EXPECT_TRUE(loaded.contains("libQt6WaylandClient"));
+    EXPECT_FALSE(loaded.contains("wayland-egl.so")) << "the toolkit's own";
+    EXPECT_FALSE(loaded.contains("_dri.so"));
+    EXPECT_EQ(orvantile->standardError(), "");
 }
 
 } // namespace
