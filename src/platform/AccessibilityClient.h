@@ -2,6 +2,7 @@
 
 #include "platform/AccessibilityObserver.h"
 
+#include <QString>
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -25,6 +26,9 @@ public:
     /// calls `handler` from the main loop, once, when it is granted for the first time. Releasing the token
     /// ends it.
     [[nodiscard]] virtual TrustToken onceTrustIsKnown(std::function<void()> /*handler*/) { return {}; }
+
+    /// More about the state of that permission, for the user to read where they look for it; may be empty.
+    [[nodiscard]] virtual QString permissionDetails() const { return {}; }
 
     /// Lets the desktop ask the user for that permission. Returns at once.
     virtual void promptForTrust() = 0;

@@ -22,6 +22,7 @@ void PermissionRow::refresh() {
     symbol.setGood(trusted);
     setText(localized(trusted ? "Accessibility access granted" : "Accessibility access required"));
     button.setText(localized(trusted ? "Re-check" : "Open System Settings…"));
+    setToolTip(platform.accessibility->permissionDetails());
     button.updateGeometry();
 }
 

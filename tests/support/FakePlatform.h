@@ -25,6 +25,9 @@ public:
     explicit FakeAccessibility(CallLog log_) : log(std::move(log_)) {}
 
     [[nodiscard]] bool isProcessTrusted() const override;
+
+    [[nodiscard]] QString permissionDetails() const override { return details; }
+
     void promptForTrust() override;
     [[nodiscard]] std::unique_ptr<platform::AccessibilityObserver>
     createObserver(std::int32_t processIdentifier,
@@ -41,6 +44,7 @@ public:
     void becomeKnown(bool isTrusted);
 
     bool trusted = true;
+    QString details;
     std::set<std::int32_t> unobservable;
     bool refusesNotifications = false;
 

@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <sys/socket.h>
+#include <sys/stat.h>
 #include <sys/uio.h>
 #include <type_traits>
 #include <unistd.h>
@@ -30,10 +31,24 @@ std::uint32_t codeOf(Key key) {
 
 ActionReporter::ActionReporter(QObject* parent) : QObject(parent) {
     const QByteArray path = qgetenv("XDG_RUNTIME_DIR") + '/' + socketFolder + '/' + socketName;
-    if (path.startsWith('/') && static_cast<std::size_t>(path.size()) < sizeof(receiver.sun_path)) {
-        receiver.sun_family = AF_UNIX;
-        std::copy(path.begin(), path.end(), receiver.sun_path);
+    if (!path.startsWith('/') || static_cast<std::size_t>(path.size()) >= sizeof(receiver.sun_path)) {
+        return;
+    }
+    receiver.sun_family = AF_UNIX;
+    std::copy(path.begin(), path.end(), receiver.sun_path);
+    descriptor = socket(AF_UNIX, SOCK_DGRAM | SOCK_NONBLOCK | SOCK_CLOEXEC, 0);
+
+    struct stat status {};
+
+    if (descriptor >= 0 && fstat(descriptor, &status) == 0) {
+        identity = status.st_ino;
         QCoreApplication::instance()->installEventFilter(this);
+    }
+}
+
+ActionReporter::~ActionReporter() {
+    if (ownsDescriptor()) {
+        close(descriptor);
     }
 }
 
@@ -89,13 +104,19 @@ void ActionReporter::hidden(const QObject* object) {
     }
 }
 
+/// A program may close descriptors that it does not know, and open others of the same number.
+bool ActionReporter::ownsDescriptor() const {
+    struct stat status {};
+
+    return descriptor >= 0 && fstat(descriptor, &status) == 0 && S_ISSOCK(status.st_mode) &&
+           status.st_ino == identity;
+}
+
 void ActionReporter::send(std::uint8_t kind, MessageHeader header, const QByteArray& text) const {
     const int programsError = errno;
-    header.kind = kind;
-    header.openMenus = static_cast<std::uint8_t>(openCount);
-    // A descriptor that lives no longer than the message cannot get into the program's way.
-    const int descriptor = socket(AF_UNIX, SOCK_DGRAM | SOCK_NONBLOCK | SOCK_CLOEXEC, 0);
-    if (descriptor >= 0) {
+    if (ownsDescriptor()) {
+        header.kind = kind;
+        header.openMenus = static_cast<std::uint8_t>(openCount);
         std::array<iovec, 2> parts{
             {{&header, sizeof(header)},
              {const_cast<char*>(text.constData()), static_cast<std::size_t>(text.size())}}};
@@ -105,7 +126,6 @@ void ActionReporter::send(std::uint8_t kind, MessageHeader header, const QByteAr
         message.msg_iov = parts.data();
         message.msg_iovlen = parts.size();
         static_cast<void>(sendmsg(descriptor, &message, MSG_DONTWAIT | MSG_NOSIGNAL));
-        close(descriptor);
     }
     errno = programsError;
 }

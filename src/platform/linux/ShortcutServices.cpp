@@ -22,8 +22,8 @@ ShortcutServices::ShortcutServices(session::DesktopSession& session_, Scheduler&
 
 void ShortcutServices::provide(Platform& platform) {
     platform.workspace = std::make_unique<session::LinuxWorkspace>(source, [this] { settings.open(); });
-    platform.accessibility =
-        std::make_unique<session::LinuxAccessibility>(source, session, *menus, [this] { prompt.ask(); });
+    platform.accessibility = std::make_unique<session::LinuxAccessibility>(
+        source, session, *menus, [this] { prompt.ask(); }, [this] { return qtHelper.description(); });
 }
 
 PermissionPrompt::Obstacle ShortcutServices::obstacle() const {
@@ -36,6 +36,7 @@ PermissionPrompt::Obstacle ShortcutServices::obstacle() const {
 
 void ShortcutServices::turnOn() {
     menus->accessibilityBus().setEnabled(true);
+    qtHelper.turnOn();
     publishBus();
     if (menus->accessibilityBus().address().empty()) {
         constexpr int busStartMilliseconds = 2000;

@@ -5,6 +5,7 @@
 #include "platform/linux/desktop/PermissionPrompt.h"
 #include "platform/linux/desktop/accessibilitysettings/AccessibilitySettings.h"
 #include "platform/linux/helper/ReportFeed.h"
+#include "platform/linux/helper/switch/HelperSwitch.h"
 #include "platform/linux/session/ShortcutSource.h"
 
 #include <QObject>
@@ -46,6 +47,7 @@ private:
     std::unique_ptr<a11y::BusMenuModel> menus;
     session::ShortcutSource source;
     helper::ReportFeed reports;
+    helper::HelperSwitch qtHelper{helper::HelperFiles(helper::HelperFiles::Places::ofUser())};
     desktop::PermissionPrompt prompt;
     desktop::AccessibilitySettings settings;
     QObject context;

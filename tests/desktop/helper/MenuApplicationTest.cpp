@@ -113,6 +113,18 @@ TEST_P(MenuApplicationTest, isHeardByAProgramThatIsStartedAgain) {
     EXPECT_EQ(stage.fire(u"Ctrl+N"_s), u"⌃N  New"_s);
 }
 
+TEST_P(MenuApplicationTest, isNotHeldUpByAProgramThatHasStopped) {
+    stage.orvantile().signal(SIGSTOP);
+    stage.session().setVariable(u"QT_QPA_PLATFORM"_s, u"offscreen"_s);
+    const auto busy = stage.session().start(application.program, {u"--fire"_s, u"10000"_s});
+    EXPECT_EQ(busy->awaitLine(), "ready");
+    const auto done = busy->awaitLine(QDeadlineTimer(std::chrono::seconds(60)));
+    EXPECT_TRUE(done && done->startsWith("done 10000 ")) << busy->standardError().toStdString();
+    EXPECT_EQ(busy->awaitExit(), 0);
+    stage.orvantile().signal(SIGCONT);
+    EXPECT_EQ(stage.fire(u"Ctrl+N"_s), u"⌃N  New"_s) << "what another program has sent is not shown";
+}
+
 INSTANTIATE_TEST_SUITE_P(Qt, MenuApplicationTest, ::testing::Values(ORVANTILE_QT_VERSIONS),
                          [](const auto& version) { return std::to_string(version.param); });
 

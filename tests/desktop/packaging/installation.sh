@@ -13,6 +13,8 @@ need() { command -v "$1" >/dev/null || fail "$1 is not installed"; }
 # Files of an installation, relative to its prefix.
 files=(
   bin/orvantile
+  bin/orvantile-qt-helper
+  lib/orvantile/qt6/generic/orvantile.so
   share/applications/$id.desktop
   share/dbus-1/services/$id.service
   share/doc/orvantile/changelog.Debian.gz
@@ -21,9 +23,12 @@ files=(
   share/icons/hicolor/symbolic/apps/$id-keyboard-fill-symbolic.svg
   share/icons/hicolor/symbolic/apps/$id-keyboard-symbolic.svg
   share/icons/hicolor/symbolic/apps/$id-symbolic.svg
+  share/man/man1/orvantile-qt-helper.1.gz
   share/man/man1/orvantile.1.gz
   share/metainfo/$id.metainfo.xml
   share/orvantile/autostart/$id.desktop
+  share/orvantile/session/qt-helper.conf
+  share/orvantile/session/qt-helper.sh
   share/orvantile/sounds/Pop.wav
 )
 for size in 16 22 24 32 48 64 128 256; do

@@ -137,6 +137,15 @@ TEST(PermissionTest, isShownWhenItBecomesKnownAfterTheTabAppeared) {
     EXPECT_TRUE(says(u"Accessibility access required"_s));
 }
 
+TEST_F(PreferencesTest, permissionExplainsItselfOnHover) {
+    fakes.accessibility->details = u"A helper is on."_s;
+    window.view().select(PreferencesTab::sound);
+    window.view().select(PreferencesTab::general);
+    const auto* check = button(u"Re-check"_s);
+    ASSERT_NE(check, nullptr);
+    EXPECT_EQ(check->parentWidget()->toolTip(), u"A helper is on."_s);
+}
+
 TEST_F(PreferencesTest, missingPermissionIsPromptedForAndShownInTheSystemsSettings) {
     fakes.accessibility->trusted = false;
     window.view().select(PreferencesTab::sound);

@@ -57,6 +57,7 @@ TEST_F(PermissionPromptTest, saysWhatIsOffAndTurnsItOn) {
     EXPECT_FALSE(dialog()->isModal());
     EXPECT_EQ(dialog()->text(), QStringLiteral("Accessibility is switched off"));
     EXPECT_TRUE(dialog()->informativeText().contains(QStringLiteral("restart")));
+    EXPECT_TRUE(dialog()->informativeText().contains(QStringLiteral("helper")));
     auto* turnOn = button(QStringLiteral("Turn On"));
     ASSERT_NE(turnOn, nullptr);
     turnOn->click();

@@ -41,11 +41,13 @@ void PermissionPrompt::show() {
         dialog->addButton(QMessageBox::Close);
     } else {
         dialog->setText(u"Accessibility is switched off"_s);
-        dialog->setInformativeText(
-            u"Orvantile learns the names of menu commands through the desktop's accessibility service. Turn "
-            u"it "
-            "on to see the commands that your shortcuts fire.\n\nQt and Chromium programs that are running "
-            "need a restart before their commands can be named."_s);
+        dialog->setInformativeText(u"Orvantile learns the names of menu commands through the desktop's "
+                                   u"accessibility service. Turn it "
+                                   u"on to see the commands that your shortcuts fire.\n\nThis also has Qt "
+                                   u"programs load a small helper "
+                                   u"that tells Orvantile their commands, from your next login on. Qt and "
+                                   u"Chromium programs that are "
+                                   u"running need a restart before their commands can be named."_s);
         const auto* turnOn = dialog->addButton(u"Turn On"_s, QMessageBox::AcceptRole);
         dialog->addButton(u"Not Now"_s, QMessageBox::RejectRole);
         QObject::connect(turnOn, &QPushButton::clicked, dialog.get(), [this] { actions.turnOn(); });

@@ -7,11 +7,13 @@
 namespace orvantile::platform::session {
 
 LinuxAccessibility::LinuxAccessibility(ShortcutSource& source_, DesktopSession& session_,
-                                       a11y::MenuModel& menus_, std::function<void()> prompt_)
+                                       a11y::MenuModel& menus_, std::function<void()> prompt_,
+                                       std::function<QString()> details_)
     : source(source_),
       session(session_),
       menus(menus_),
-      prompt(std::move(prompt_)) {
+      prompt(std::move(prompt_)),
+      details(std::move(details_)) {
     menus.onAvailable = [this] {
         for (const auto& each : std::exchange(waiting, {})) {
             if (const auto handler = each.lock()) {
@@ -34,6 +36,10 @@ AccessibilityClient::TrustToken LinuxAccessibility::onceTrustIsKnown(std::functi
     const auto kept = std::make_shared<const std::function<void()>>(std::move(handler));
     waiting.push_back(kept);
     return kept;
+}
+
+QString LinuxAccessibility::permissionDetails() const {
+    return details ? details() : QString();
 }
 
 void LinuxAccessibility::promptForTrust() {

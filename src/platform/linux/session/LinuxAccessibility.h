@@ -13,7 +13,7 @@ namespace orvantile::platform::session {
 class LinuxAccessibility final : public AccessibilityClient {
 public:
     LinuxAccessibility(ShortcutSource& source, DesktopSession& session, a11y::MenuModel& menus,
-                       std::function<void()> prompt);
+                       std::function<void()> prompt, std::function<QString()> details = {});
 
     LinuxAccessibility(const LinuxAccessibility&) = delete;
     LinuxAccessibility& operator=(const LinuxAccessibility&) = delete;
@@ -21,6 +21,7 @@ public:
 
     [[nodiscard]] bool isProcessTrusted() const override;
     [[nodiscard]] TrustToken onceTrustIsKnown(std::function<void()> handler) override;
+    [[nodiscard]] QString permissionDetails() const override;
     void promptForTrust() override;
     [[nodiscard]] std::unique_ptr<AccessibilityObserver>
     createObserver(std::int32_t processIdentifier, AccessibilityObserver::Callback callback) override;
@@ -32,6 +33,7 @@ private:
     a11y::MenuModel& menus;
     std::function<void()> prompt;
     std::vector<std::weak_ptr<const std::function<void()>>> waiting;
+    std::function<QString()> details; ///< may be empty
 };
 
 } // namespace orvantile::platform::session
