@@ -145,6 +145,28 @@ TEST_P(HarmlessTest, whenItIsNamedTwice) {
     EXPECT_LT(::recv(receiver.get(), bytes.data(), bytes.size(), 0), 0) << "reported twice";
 }
 
+TEST_P(HarmlessTest, whenTheProgramUsesItsDescriptorForSomethingElse) {
+    const auto receiver = makeSocket();
+    const auto program =
+        session.start(menuApplication(GetParam()).program, {u"--reuse"_s, u"--fire"_s, u"50"_s});
+    EXPECT_EQ(program->awaitLine(), "ready");
+    const auto done = program->awaitLine();
+    EXPECT_TRUE(done && done->startsWith("done 50 "));
+    EXPECT_EQ(program->awaitLine(), "untouched");
+    EXPECT_EQ(program->awaitExit(), 0);
+}
+
+TEST_P(HarmlessTest, inAProgramWithoutWidgets) {
+    const auto receiver = makeSocket();
+    const auto program =
+        session.start(u"%1%2"_s.arg(QStringLiteral(ORVANTILE_WINDOW_APPLICATION)).arg(GetParam()));
+    EXPECT_EQ(program->awaitLine(), "done 100");
+    EXPECT_EQ(program->awaitExit(), 0);
+    EXPECT_THAT(complaints(*program), IsEmpty());
+    std::array<char, 2048> bytes{};
+    EXPECT_LT(::recv(receiver.get(), bytes.data(), bytes.size(), 0), 0);
+}
+
 /// The toolkit itself says that it has not found the plugin, and goes on.
 TEST_P(HarmlessTest, whereThereIsOnlyTheOneForAnotherVersion) {
     const auto expectGoesOn = [&](const QString& folder) {

@@ -113,6 +113,19 @@ TEST_P(MenuApplicationTest, isHeardByAProgramThatIsStartedAgain) {
     EXPECT_EQ(stage.fire(u"Ctrl+N"_s), u"⌃N  New"_s);
 }
 
+TEST_P(MenuApplicationTest, filtersOfTheProgramComeFirst) {
+    stage.process(application).end();
+    application.arguments = {u"--swallow"_s};
+    stage.start(application);
+    stage.keys().press(u"Ctrl+N"_s);
+    stage.keys().press(u"F5"_s);
+    stage.process(application).end();
+    application.arguments = {u"--watch"_s};
+    stage.start(application);
+    EXPECT_THAT(stage.awaitCommandsOf(application), ElementsAre());
+    EXPECT_EQ(stage.fire(u"Ctrl+N"_s), u"⌃N  New"_s);
+}
+
 TEST_P(MenuApplicationTest, isNotHeldUpByAProgramThatHasStopped) {
     stage.orvantile().signal(SIGSTOP);
     stage.session().setVariable(u"QT_QPA_PLATFORM"_s, u"offscreen"_s);

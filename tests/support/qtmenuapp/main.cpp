@@ -2,7 +2,11 @@
 // its window is on the screen, then a line for each action that is triggered, with the time.
 //   --fire N   presses the keys of New so often by itself, says "done" with the
 //              processor time that one took, in nanoseconds, and ends
-//   --chatty   an action's own event filter sees shortcuts first and lets them pass
+//   --watch    a filter of its own sees all shortcuts first and lets them pass
+//   --swallow  … and keeps them
+//   --reuse    puts a connection of its own in place of each socket for datagrams, and says "untouched" if
+//   nothing
+//              was sent there when it is done with --fire
 #include <QAction>
 #include <QtCore/QTimer>
 #include <QtTest/QTest>
@@ -10,8 +14,13 @@
 #include <QtWidgets/QMainWindow>
 #include <QtWidgets/QMenuBar>
 #include <QtWidgets/QPlainTextEdit>
+#include <array>
 #include <cstdio>
+#include <cstdlib>
 #include <ctime>
+#include <optional>
+#include <sys/socket.h>
+#include <unistd.h>
 
 namespace {
 
@@ -67,19 +76,45 @@ private:
     QAction* create = nullptr;
 };
 
-/// Passes everything on, as programs do that look for shortcuts of their own.
-class Onlooker final : public QObject {
+/// Looks for shortcuts of its own, as programs do.
+class OwnFilter final : public QObject {
 public:
-    using QObject::QObject;
+    explicit OwnFilter(bool swallows_) : swallows(swallows_) {}
 
     bool eventFilter(QObject*, QEvent* event) override {
-        if (event->type() == QEvent::Shortcut) {
-            ++seen;
-        }
-        return false;
+        return swallows && event->type() == QEvent::Shortcut;
     }
 
-    int seen = 0;
+private:
+    bool swallows;
+};
+
+/// Closes what it does not know and uses the numbers again, as programs do that go to the background.
+class ReusedDescriptors {
+public:
+    ReusedDescriptors() {
+        if (socketpair(AF_UNIX, SOCK_STREAM | SOCK_NONBLOCK, 0, ends.data()) != 0) {
+            std::abort();
+        }
+        constexpr int mostDescriptors = 256;
+        for (int descriptor = 3; descriptor < mostDescriptors; ++descriptor) {
+            int type = 0;
+            socklen_t size = sizeof(type);
+            if (getsockopt(descriptor, SOL_SOCKET, SO_TYPE, &type, &size) == 0 && type == SOCK_DGRAM) {
+                dup2(ends[0], descriptor);
+                ++reused;
+            }
+        }
+    }
+
+    [[nodiscard]] bool areUntouched() const {
+        char byte = 0;
+        return reused > 0 && recv(ends[1], &byte, 1, 0) < 0;
+    }
+
+private:
+    std::array<int, 2> ends{};
+    int reused = 0;
 };
 
 int fireRepeatedly(MenuWindow& window, int times) {
@@ -101,9 +136,9 @@ int fireRepeatedly(MenuWindow& window, int times) {
 int main(int argc, char* argv[]) {
     QApplication app(argc, argv);
     const auto arguments = QApplication::arguments();
-    Onlooker onlooker;
-    if (arguments.contains(QStringLiteral("--chatty"))) {
-        app.installEventFilter(&onlooker);
+    OwnFilter filter(arguments.contains(QStringLiteral("--swallow")));
+    if (arguments.contains(QStringLiteral("--watch")) || arguments.contains(QStringLiteral("--swallow"))) {
+        app.installEventFilter(&filter);
     }
     MenuWindow window;
     window.show();
@@ -114,7 +149,13 @@ int main(int argc, char* argv[]) {
     std::puts("ready");
     std::fflush(stdout);
     if (const auto fire = arguments.indexOf(QStringLiteral("--fire")); fire >= 0) {
-        return fireRepeatedly(window, arguments.value(fire + 1).toInt());
+        std::optional<ReusedDescriptors> descriptors;
+        if (arguments.contains(QStringLiteral("--reuse"))) {
+            descriptors.emplace();
+        }
+        const int result = fireRepeatedly(window, arguments.value(fire + 1).toInt());
+        std::puts(descriptors && descriptors->areUntouched() ? "untouched" : "");
+        return result;
     }
     return QApplication::exec();
 }
