@@ -15,7 +15,7 @@ using namespace std::chrono_literals;
 EditorDesktop::EditorDesktop() : injector(desktop.display()), watcher(desktop.display()) {
     const auto text = desktop.writeFile(u"notes.txt"_s, "A short text to work on.\n");
     // A HUD that goes soon lets the next shot start soon.
-    desktop.writeFile(u".config/orvantile/orvantile.ini"_s, "displaySeconds=0.3\n");
+    desktop.writeFile(u".config/orvantile/orvantile.ini"_s, "[General]\ndisplaySeconds=0.3\n");
     editor = desktop.start(u"mousepad"_s, {u"--disable-server"_s, text});
     editorWindow = watcher.awaitActive(test::ofClass(u"mousepad"_s)).handle;
 }

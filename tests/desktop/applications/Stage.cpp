@@ -43,7 +43,8 @@ Stage::Stage(SessionOptions options)
       watcher(desktop.display()),
       hudWatcher(desktop.display()) {
     // A HUD that goes soon keeps the tests short; no sound server is wanted here.
-    desktop.writeFile(u".config/orvantile/orvantile.ini"_s, "displaySeconds=0.3\nsoundEnabled=false\n");
+    desktop.writeFile(u".config/orvantile/orvantile.ini"_s,
+                      "[General]\ndisplaySeconds=0.3\nsoundEnabled=false\n");
     desktop.writeFile(u"notes.txt"_s, "first line\nsecond line\nthird line\n");
     desktop.writeFile(u".config/libreoffice/4/user/registrymodifications.xcu"_s, officeSettings);
     desktop.setVariable(u"SAL_USE_VCLPLUGIN"_s, u"gtk3"_s);

@@ -53,7 +53,8 @@ const std::string lossOfTheServer = "orvantile: the X server has gone\n";
 
 /// Brings a HUD up that stays for a while.
 void showHud(Stage& stage) {
-    stage.session().writeFile(u".config/orvantile/orvantile.ini"_s, "displaySeconds=5\nsoundEnabled=false\n");
+    stage.session().writeFile(u".config/orvantile/orvantile.ini"_s,
+                              "[General]\ndisplaySeconds=5\nsoundEnabled=false\n");
     stage.start(mousepad);
     stage.startOrvantile();
     const QDeadlineTimer deadline(60s);

@@ -124,16 +124,14 @@ void ScriptedBar::forget(const QString& item) {
 }
 
 bool ScriptedBar::await(const std::function<bool()>& condition, const QDeadlineTimer& deadline) const {
-    using std::chrono::duration_cast;
-    using std::chrono::microseconds;
+    constexpr std::uint64_t interval = 20'000; // microseconds; not everything is announced
     while (!condition()) {
         const int result = sd_bus_process(bus.get(), nullptr);
         if (result < 0 || (result == 0 && deadline.hasExpired())) {
             return false;
         }
         if (result == 0) {
-            const auto left = duration_cast<microseconds>(deadline.remainingTimeAsDuration());
-            sd_bus_wait(bus.get(), static_cast<std::uint64_t>(left.count()));
+            sd_bus_wait(bus.get(), interval);
         }
     }
     return true;
@@ -158,6 +156,10 @@ int ScriptedBar::find(const QString& title) const {
 }
 
 bool ScriptedBar::isChecked(const QString& title) const {
+    if (!registered.isEmpty()) {
+        sd_bus_call_method(bus.get(), registered.first().toUtf8().constData(), menuPath, menuInterface,
+                           "AboutToShow", nullptr, nullptr, "i", 0);
+    }
     const int entry = find(title);
     const auto state =
         entry == 0 ? nullptr : entryProperty(bus.get(), registered.first(), entry, "toggle-state");

@@ -39,11 +39,12 @@ public:
 
     [[nodiscard]] int hostQuestions() const { return asked; }
 
-    /// Serves the bus until the condition holds. False at the deadline.
+    /// Serves the bus until the condition holds, which is asked again and again. False at the deadline.
     [[nodiscard]] bool await(const std::function<bool()>& condition,
                              const QDeadlineTimer& deadline = QDeadlineTimer(patience)) const;
 
-    /// Whether the entry of that title in the menu of the first item is checked; false without such an entry.
+    /// Whether the entry of that title is checked when the menu of the first item opens; false without such
+    /// an entry.
     [[nodiscard]] bool isChecked(const QString& title) const;
 
     /// Chooses an entry of the menu of the first item, as a bar does for a click. False when there is none.
