@@ -59,8 +59,7 @@ void StatusMenu::willOpen() {
 void StatusMenu::choose(const QString& command) {
     const auto found = std::ranges::find(menu->items(), command, &MenuItem::command);
     if (found != menu->items().end() && found->handler) {
-        const auto handler = found->handler; // what it does may remove the menu
-        handler();
+        found->handler();
     }
 }
 

@@ -86,6 +86,7 @@ struct View {
     std::string kind;
     double x, y, width, height, alpha;
     bool hasLayerContents = false;
+    double pictureWidth = 0, pictureHeight = 0; ///< points
 };
 
 struct Panel {

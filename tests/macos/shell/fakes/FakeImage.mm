@@ -70,8 +70,8 @@ NSColorSpaceName const NSDeviceRGBColorSpace = @"NSDeviceRGBColorSpace";
 }
 
 - (NSInteger)bytesPerRow {
-    constexpr long alignment = 64; // more than a row needs
-    return (width * 4 + alignment - 1) / alignment * alignment;
+    constexpr long padding = 32; // rows are longer than their pixels
+    return width * 4 + padding;
 }
 
 - (NSBitmapImageRep*)bitmapImageRepByRetaggingWithColorSpace:(NSColorSpace*)colorSpace {

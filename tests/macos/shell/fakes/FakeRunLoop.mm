@@ -52,7 +52,8 @@ NSRunLoopMode const NSRunLoopCommonModes = @"kCFRunLoopCommonModes";
 }
 
 - (void)fire {
-    void (^const running)(NSTimer*) = work;
+    // Invalidating the timer lets go of its block even while that runs.
+    __unsafe_unretained void (^const running)(NSTimer*) = work;
     running(self);
 }
 

@@ -177,6 +177,10 @@ std::optional<Panel> panel() {
         const NSRect place = view.frame;
         result.views.push_back({className(view), place.origin.x, place.origin.y, place.size.width,
                                 place.size.height, view.alphaValue, view.layer.contents != nil});
+        if (NSImage* const image = imageOf(view)) {
+            result.views.back().pictureWidth = image->points.width;
+            result.views.back().pictureHeight = image->points.height;
+        }
     }
     return result;
 }

@@ -81,7 +81,10 @@ TEST_F(MacPanelContentTest, showsThePictureWithItsColoursAndAlpha) {
     content->colour = QColor(200, 100, 50, 128);
     show();
 
-    EXPECT_TRUE(desktop::panel()->views.front().hasLayerContents);
+    const auto view = desktop::panel()->views.front();
+    EXPECT_TRUE(view.hasLayerContents);
+    EXPECT_EQ(view.pictureWidth, 200);
+    EXPECT_EQ(view.pictureHeight, 100);
     // Premultiplied: half of each.
     EXPECT_EQ(desktop::pixelOf(pictureKind, 0, 0), 0x64321980U);
     EXPECT_EQ(desktop::pixelOf(pictureKind, 399, 199), 0x64321980U);

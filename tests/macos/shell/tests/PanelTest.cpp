@@ -84,8 +84,12 @@ TEST_F(MacPanelTest, drawsItsContentForTheScreenBeforeItTakesItsFrame) {
     panel->setContent(content);
     panel->setFrame({1500.5, 74, 200, 100}, true);
 
-    EXPECT_THAT(content->prepared, ElementsAre(Pair(Rect{1500.5, 74, 200, 100}, 1.0)));
+    const auto once = ElementsAre(Pair(Rect{1500.5, 74, 200, 100}, 1.0));
+    EXPECT_THAT(content->prepared, once);
     EXPECT_EQ(calls().back(), "[NSPanel setFrame:{1500.5, 74, 200, 100} display:YES]");
+
+    panel->orderFrontRegardless();
+    EXPECT_THAT(content->prepared, once);
 }
 
 TEST_F(MacPanelTest, drawsItsContentWhenItIsShownIfItWasNotToBeDisplayedBefore) {

@@ -62,11 +62,14 @@ TEST_F(MacSchedulerTest, runsNothingWhoseHandleIsGone) {
 
 TEST_F(MacSchedulerTest, letsWorkDestroyItsOwnTimer) {
     std::unique_ptr<platform::Scheduled> scheduled;
-    scheduled =
-        scheduler.runAfter(1, [&, keep = std::string("a capture that lives on the heap, not in the object")] {
-            scheduled.reset();
-            ran.push_back(keep.starts_with("a capture") ? 1 : 0);
-        });
+    {
+        const desktop::Pool turn;
+        scheduled =
+            scheduler.runAfter(1, [&, keep = std::string("a capture on the heap, not in the object")] {
+                scheduled.reset();
+                ran.push_back(keep.starts_with("a capture") ? 1 : 0);
+            });
+    }
     desktop::advance(2);
 
     EXPECT_THAT(ran, ElementsAre(1));
