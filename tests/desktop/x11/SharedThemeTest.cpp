@@ -38,10 +38,16 @@ protected:
         return (caught & (1ULL << (SIGHUP - 1U))) != 0;
     }
 
-    void change(const QByteArray& settings) {
-        ASSERT_TRUE(awaitThat([this] { return listens(); }));
+    /// The manager may be between looking at its signals and going to sleep: it is told until it has heard.
+    [[nodiscard]] bool changeUntilDark(const QByteArray& settings, std::optional<bool> value) {
         desktop.writeFile(u".xsettingsd"_s, settings);
-        ASSERT_EQ(::kill(manager->processIdentifier(), SIGHUP), 0);
+        const QDeadlineTimer deadline(test::patience);
+        bool arrived = false;
+        while (!arrived && !deadline.hasExpired() && awaitThat([this] { return listens(); }) &&
+               ::kill(manager->processIdentifier(), SIGHUP) == 0) {
+            arrived = awaitThat([&] { return theme.isDark() == value; }, QDeadlineTimer(500));
+        }
+        return arrived;
     }
 
     [[nodiscard]] bool awaitDark(std::optional<bool> value) {
@@ -63,10 +69,8 @@ TEST_F(SharedThemeTest, saysNothingWithoutAManager) {
 TEST_F(SharedThemeTest, followsAManagerThatComesLateChangesAndRestarts) {
     startManager("Net/ThemeName \"Adwaita-dark\"\n");
     ASSERT_TRUE(awaitDark(true));
-    change("Net/ThemeName \"Adwaita\"\n");
-    ASSERT_TRUE(awaitDark(false));
-    change("Net/ThemeName \"Adwaita\"\nGtk/ApplicationPreferDarkTheme 1\n");
-    ASSERT_TRUE(awaitDark(true));
+    ASSERT_TRUE(changeUntilDark("Net/ThemeName \"Adwaita\"\n", false));
+    ASSERT_TRUE(changeUntilDark("Net/ThemeName \"Adwaita\"\nGtk/ApplicationPreferDarkTheme 1\n", true));
     EXPECT_EQ(changes, 3);
     manager.reset();
     ASSERT_TRUE(awaitDark(std::nullopt));
@@ -84,10 +88,8 @@ TEST_F(SharedThemeTest, isTheOneOfAManagerThatRunsAlready) {
 
 TEST_F(SharedThemeTest, saysNothingWhereTheThemeIsNotSet) {
     startManager("Net/DoubleClickTime 400\nNet/ThemeName 7\n");
-    change("Net/ThemeName \"Adwaita-dark\"\n");
-    ASSERT_TRUE(awaitDark(true));
-    change("Net/DoubleClickTime 400\nNet/ThemeName 7\n");
-    EXPECT_TRUE(awaitDark(std::nullopt));
+    ASSERT_TRUE(changeUntilDark("Net/ThemeName \"Adwaita-dark\"\n", true));
+    EXPECT_TRUE(changeUntilDark("Net/DoubleClickTime 400\nNet/ThemeName 7\n", std::nullopt));
 }
 
 } // namespace

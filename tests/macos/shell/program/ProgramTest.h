@@ -22,6 +22,12 @@ protected:
 
     ~ProgramTest() override { platform::Platform::install(nullptr); }
 
+    /// What still waits in the main queue is not lost but done.
+    void TearDown() override {
+        while (ax.turnMainQueue() > 0) {
+        }
+    }
+
     /// The calls to any of the receivers.
     [[nodiscard]] static std::vector<std::string> callsTo(const std::vector<std::string_view>& receivers) {
         std::vector<std::string> result;
