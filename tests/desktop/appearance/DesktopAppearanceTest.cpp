@@ -12,6 +12,7 @@
 #include <fstream>
 #include <gmock/gmock.h>
 #include <optional>
+#include <thread>
 
 namespace orvantile::platform::desktop {
 namespace {
@@ -233,6 +234,22 @@ TEST_F(DesktopAppearanceTest, followsGtksSettings) {
     EXPECT_TRUE(awaitDark(true));
     fs::remove_all(configuration / "gtk-4.0");
     EXPECT_TRUE(awaitDark(false));
+}
+
+TEST_F(DesktopAppearanceTest, noticesSettingsThatComeTogetherWithTheirFolder) {
+    start();
+    for (int round = 0; round < 40; ++round) {
+        const auto folderOfGtk = configuration / "gtk-3.0";
+        std::thread desktop([&] {
+            fs::create_directories(folderOfGtk);
+            std::ofstream(folderOfGtk / "settings.ini")
+                << "[Settings]\ngtk-application-prefer-dark-theme=1\n";
+        });
+        EXPECT_TRUE(awaitDark(true)) << "round " << round;
+        desktop.join();
+        fs::remove_all(folderOfGtk);
+        ASSERT_TRUE(awaitDark(false)) << "round " << round;
+    }
 }
 
 TEST_F(DesktopAppearanceTest, followsKdesColours) {

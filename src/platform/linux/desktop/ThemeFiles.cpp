@@ -61,12 +61,12 @@ QString text(const fs::path& path) {
 ThemeFiles::ThemeFiles(fs::path configuration_, bool kdeFirst_)
     : configuration(std::move(configuration_)),
       kdeFirst(kdeFirst_) {
-    read();
     watch();
+    read();
     const auto reread = [this] {
         const auto before = dark;
+        watch(); // first, so that nothing written meanwhile goes unnoticed
         read();
-        watch();
         if (dark != before && onChanged) {
             onChanged();
         }
@@ -106,6 +106,12 @@ std::optional<bool> ThemeFiles::kde() const {
 
 /// Watches each file, and its folder for the file's coming; what has been replaced must be watched anew.
 void ThemeFiles::watch() {
+    // A file may come between the look at its folder and the watch on that.
+    while (watchMore()) {
+    }
+}
+
+bool ThemeFiles::watchMore() {
     QStringList paths{text(configuration)};
     for (const auto* name : files) {
         const auto file = configuration / name;
@@ -118,9 +124,8 @@ void ThemeFiles::watch() {
             missing << path;
         }
     }
-    if (!missing.isEmpty()) {
-        watcher.addPaths(missing);
-    }
+    const auto refused = missing.isEmpty() ? QStringList() : watcher.addPaths(missing);
+    return refused.size() < missing.size();
 }
 
 } // namespace orvantile::platform::desktop

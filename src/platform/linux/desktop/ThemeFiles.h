@@ -25,6 +25,7 @@ public:
 private:
     void read();
     void watch();
+    bool watchMore(); ///< whether there was more to watch
     [[nodiscard]] std::optional<bool> gtk() const;
     [[nodiscard]] std::optional<bool> kde() const;
 
