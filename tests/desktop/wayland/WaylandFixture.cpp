@@ -77,7 +77,10 @@ QRgb WaylandFixture::pixelAt(QPoint point, const QString& output) const {
 }
 
 bool WaylandFixture::awaitPixel(QPoint point, QRgb colour, const QString& output) const {
-    return awaitThat([&] { return pixelAt(point, output) == colour; });
+    return awaitThat([&] {
+        connection->flush(); // what the docks of a test have drawn
+        return pixelAt(point, output) == colour;
+    });
 }
 
 } // namespace orvantile::platform::wayland
