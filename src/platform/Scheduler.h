@@ -2,6 +2,7 @@
 
 #include <functional>
 #include <memory>
+#include <utility>
 
 namespace orvantile::platform {
 
@@ -35,6 +36,11 @@ public:
 
     /// Runs `work` once, `seconds` from now; a negative or zero time means as soon as the loop turns.
     [[nodiscard]] virtual std::unique_ptr<Scheduled> runAfter(double seconds, Work work) = 0;
+
+    /// The same, and also while one of the program's own menus or dialogs holds the main loop.
+    [[nodiscard]] virtual std::unique_ptr<Scheduled> runOnMainQueueAfter(double seconds, Work work) {
+        return runAfter(seconds, std::move(work));
+    }
 
     /// Runs `work` before every screen refresh until it is invalidated.
     [[nodiscard]] virtual std::unique_ptr<Scheduled> runEveryFrame(Work work) = 0;

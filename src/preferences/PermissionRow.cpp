@@ -31,7 +31,7 @@ void PermissionRow::act() {
         platform.accessibility->promptForTrust();
         platform.workspace->openAccessibilitySettings();
     }
-    checks.push_back(platform.scheduler->runAfter(recheckSeconds, [this] { refresh(); }));
+    checks.push_back(platform.scheduler->runOnMainQueueAfter(recheckSeconds, [this] { refresh(); }));
 }
 
 } // namespace orvantile

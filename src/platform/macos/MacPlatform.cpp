@@ -1,5 +1,6 @@
 #include "platform/Startup.h"
 #include "platform/macos/accessibility/MacAccessibilityClient.h"
+#include "platform/macos/application/ApplicationImages.h"
 #include "platform/macos/application/MacActivation.h"
 #include "platform/macos/application/MacApplication.h"
 #include "platform/macos/application/MacLaunch.h"
@@ -28,6 +29,7 @@ std::unique_ptr<Launch> beginLaunch() {
 }
 
 std::unique_ptr<Platform> makePlatform() {
+    macos::registerApplicationImages();
     auto platform = std::make_unique<Platform>();
     platform->scheduler = std::make_unique<macos::MacScheduler>();
     platform->defaults = std::make_unique<macos::MacDefaults>();

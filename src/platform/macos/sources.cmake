@@ -2,6 +2,7 @@
 # list against doubles.
 set(ORVANTILE_MACOS_OBJCXX_SOURCES
   application/AppDelegate.mm
+  application/ApplicationImages.mm
   application/MacActivation.mm
   application/MacApplication.mm
   cocoa/Picture.mm

@@ -2,6 +2,7 @@
 
 #include "macos/axfake/Objects.h"
 
+#include <cmath>
 #include <cstdio>
 #include <cstdlib>
 
@@ -98,6 +99,14 @@ int AxFake::turnMainQueue() {
         function(context);
     }
     return static_cast<int>(work.size());
+}
+
+void AxFake::advance(double seconds) {
+    now += static_cast<dispatch_time_t>(std::llround(seconds * NSEC_PER_SEC));
+    const auto due = delayed.upper_bound(now);
+    for (auto entry = delayed.begin(); entry != due; entry = delayed.erase(entry)) {
+        queue.push_back(entry->second);
+    }
 }
 
 void AxFake::turn() {

@@ -68,6 +68,9 @@ public:
     /// Runs the work that is on the main queue now, in order. Returns how much that was.
     int turnMainQueue();
 
+    /// Moves the clock of the main queue; what is due then runs in the next turn.
+    void advance(double seconds);
+
     /// Turns both until nothing is left.
     void turn();
 
@@ -106,6 +109,8 @@ public:
 
     std::set<std::pair<ax::Source*, CFRunLoopMode>> sources; ///< on the main run loop
     std::deque<std::pair<dispatch_function_t, void*>> queue;
+    std::multimap<dispatch_time_t, std::pair<dispatch_function_t, void*>> delayed;
+    dispatch_time_t now = NSEC_PER_SEC;
     std::vector<ax::Observer*> observers;
 
 private:

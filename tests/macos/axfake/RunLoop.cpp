@@ -48,4 +48,20 @@ void dispatch_async_f(dispatch_queue_t queue, void* context, dispatch_function_t
     fake.log("dispatch_async_f main");
     fake.queue.emplace_back(work, context);
 }
+
+dispatch_time_t dispatch_time(dispatch_time_t when, int64_t delta) {
+    if (when != DISPATCH_TIME_NOW || delta < 0) {
+        ax::misuse("dispatch_time", "a time that is not from now on");
+    }
+    return AxFake::current().now + static_cast<dispatch_time_t>(delta);
+}
+
+void dispatch_after_f(dispatch_time_t when, dispatch_queue_t queue, void* context, dispatch_function_t work) {
+    auto& fake = AxFake::current();
+    if (queue != &_dispatch_main_q || work == nullptr || when < fake.now) {
+        ax::misuse("dispatch_after_f", "no queue, no work, or a time that was not asked for");
+    }
+    fake.log("dispatch_after_f " + std::to_string((when - fake.now) / 1000000) + " ms main");
+    fake.delayed.emplace(when, std::pair(work, context));
+}
 }

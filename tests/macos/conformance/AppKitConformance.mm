@@ -18,6 +18,8 @@ static_assert(std::is_signed_v<NSInteger> && std::is_unsigned_v<NSUInteger>);
 static_assert(NSApplicationActivationPolicyRegular == 0 && NSApplicationActivationPolicyAccessory == 1 &&
               NSApplicationActivationPolicyProhibited == 2);
 static_assert(NSWindowStyleMaskBorderless == 0 && NSWindowStyleMaskNonactivatingPanel == 128);
+static_assert((NSWindowStyleMaskTitled | NSWindowStyleMaskClosable | NSWindowStyleMaskMiniaturizable) == 7);
+static_assert(NSWindowStyleMaskResizable == 8);
 static_assert(NSBackingStoreBuffered == 2);
 static_assert((NSWindowCollectionBehaviorCanJoinAllSpaces | NSWindowCollectionBehaviorStationary |
                NSWindowCollectionBehaviorIgnoresCycle | NSWindowCollectionBehaviorFullScreenAuxiliary) ==
@@ -46,6 +48,7 @@ static_assert(same<NSWindowStyleMask, NSUInteger> || std::is_enum_v<NSWindowStyl
 
 void conformanceOfWindows(NSPanel* panel, NSView* view, NSVisualEffectView* effect) {
     static_assert(same<decltype(panel.level), NSWindowLevel>);
+    static_assert(same<decltype(panel.styleMask), NSWindowStyleMask>);
     static_assert(same<decltype(panel.collectionBehavior), NSWindowCollectionBehavior>);
     static_assert(same<decltype(panel.alphaValue), CGFloat>);
     static_assert(same<decltype(panel.floatingPanel), BOOL> && same<decltype(panel.opaque), BOOL>);
@@ -193,6 +196,7 @@ void conformanceOfFoundation(NSObject* observer) {
     [string getCharacters:copy range:NSMakeRange(0, string.length)];
     NSString* const path =
         [NSBundle.mainBundle.privateFrameworksPath stringByAppendingPathComponent:@"Sparkle.framework"];
+    static_assert(std::is_convertible_v<decltype(NSBundle.mainBundle.resourcePath), NSString*>);
     static_assert(same<decltype([[NSBundle bundleWithPath:path] load]), BOOL>);
     static_assert(same<decltype(NSClassFromString(path)), Class>);
     static_assert(same<decltype(NSStringFromSelector(@selector(terminate:))), NSString*>);

@@ -5,7 +5,7 @@
 namespace orvantile::platform::macos {
 
 /// Brings a window of the toolkit to the front together with the program, which as an accessory would stay
-/// behind.
+/// behind. Such a window can be closed and miniaturized, but not resized: its content decides.
 class MacActivation final : public Activation {
 public:
     /// Without an application object the program stops.

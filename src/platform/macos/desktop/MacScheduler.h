@@ -10,6 +10,7 @@ public:
     [[nodiscard]] double now() const override;
     void runLater(Work work) override;
     [[nodiscard]] std::unique_ptr<Scheduled> runAfter(double seconds, Work work) override;
+    [[nodiscard]] std::unique_ptr<Scheduled> runOnMainQueueAfter(double seconds, Work work) override;
     [[nodiscard]] std::unique_ptr<Scheduled> runEveryFrame(Work work) override;
 };
 

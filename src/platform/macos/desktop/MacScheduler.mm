@@ -29,6 +29,26 @@ private:
     NSTimer* timer;
 };
 
+/// Work in the queue, which cannot be taken back: it runs only while this holds it.
+class QueuedScheduled final : public Scheduled {
+public:
+    explicit QueuedScheduled(Scheduler::Work work_)
+        : work(std::make_shared<const Scheduler::Work>(std::move(work_))) {}
+
+    [[nodiscard]] Scheduler::Work runningIt() const {
+        return [weak = std::weak_ptr(work)] {
+            if (const auto waiting = weak.lock()) {
+                (*waiting)();
+            }
+        };
+    }
+
+    void invalidate() override { work.reset(); }
+
+private:
+    std::shared_ptr<const Scheduler::Work> work;
+};
+
 TimerBlock blockFor(Scheduler::Work work) {
     const auto shared = std::make_shared<Scheduler::Work>(std::move(work));
     return ^(NSTimer*) {
@@ -59,6 +79,12 @@ void MacScheduler::runLater(Work work) {
 std::unique_ptr<Scheduled> MacScheduler::runAfter(double seconds, Work work) {
     return std::make_unique<TimerScheduled>(
         [NSTimer scheduledTimerWithTimeInterval:seconds repeats:NO block:blockFor(std::move(work))]);
+}
+
+std::unique_ptr<Scheduled> MacScheduler::runOnMainQueueAfter(double seconds, Work work) {
+    auto queued = std::make_unique<QueuedScheduled>(std::move(work));
+    macos::runOnMainQueueAfter(seconds, queued->runningIt());
+    return queued;
 }
 
 std::unique_ptr<Scheduled> MacScheduler::runEveryFrame(Work work) {

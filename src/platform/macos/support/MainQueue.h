@@ -8,4 +8,7 @@ namespace orvantile::platform::macos {
 /// that was put there before. Any thread. Work that the process ends before is dropped.
 void runOnMainQueue(std::function<void()> work);
 
+/// The same, `seconds` from now; at once for a negative or absurd time.
+void runOnMainQueueAfter(double seconds, std::function<void()> work);
+
 } // namespace orvantile::platform::macos

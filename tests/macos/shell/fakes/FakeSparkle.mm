@@ -9,6 +9,7 @@ using desktop::state;
 @implementation NSBundle
 
 @dynamic privateFrameworksPath;
+@dynamic resourcePath;
 
 + (NSBundle*)mainBundle {
     static NSBundle* const bundle = [[NSBundle alloc] init];
@@ -21,6 +22,10 @@ using desktop::state;
 
 - (NSString*)privateFrameworksPath {
     return @"/Applications/Orvantile.app/Contents/Frameworks";
+}
+
+- (NSString*)resourcePath {
+    return @"/Applications/Orvantile.app/Contents/Resources";
 }
 
 - (BOOL)load {

@@ -15,6 +15,7 @@ using desktop::state;
 
 @implementation NSWindow
 
+@synthesize styleMask;
 @synthesize level;
 @synthesize collectionBehavior;
 @synthesize backgroundColor;
@@ -31,6 +32,8 @@ using desktop::state;
                             backing:(NSBackingStoreType)backing
                               defer:(BOOL)flag {
     frameRect = contentRect;
+    self.styleMask = style;
+    self.releasedWhenClosed = YES;
     self.alphaValue = 1;
     if ([self isKindOfClass:[NSPanel class]]) {
         state().panel = (NSPanel*)self;
@@ -206,7 +209,7 @@ void* makeToolkitView() {
     const Pool pool;
     static NSWindow* window = nil;
     window = [[NSWindow alloc] initWithContentRect:NSMakeRect(0, 0, 10, 10)
-                                         styleMask:0
+                                         styleMask:15
                                            backing:NSBackingStoreBuffered
                                              defer:NO];
     window.contentView = [[NSView alloc] initWithFrame:NSMakeRect(0, 0, 10, 10)];

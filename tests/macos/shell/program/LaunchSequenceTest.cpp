@@ -17,9 +17,11 @@ using Qt::StringLiterals::operator""_s;
 class ToolkitWindow final : public PresentableWindow {
 public:
     void present() override {
-        platform::Platform::current().activation->bringToFront(
-            reinterpret_cast<std::uintptr_t>(desktop::makeToolkitView()));
+        platform::Platform::current().activation->bringToFront(reinterpret_cast<std::uintptr_t>(view));
     }
+
+private:
+    void* view = desktop::makeToolkitView();
 };
 
 /// The program from its launch on.
@@ -62,7 +64,9 @@ TEST_F(MacLaunchSequenceTest, showsTheStatusItemFollowsTheFrontmostAsksForTrustA
                     "[NSNotificationCenter addObserverForName:"
                     "\"NSWorkspaceDidActivateApplicationNotification\" object:nil "
                     "queue:<NSOperationQueue main> usingBlock:block]",
-                    "[NSApplication activateIgnoringOtherApps:YES]", "[NSWindow makeKeyAndOrderFront:nil]",
+                    "[NSWindow styleMask]", "[NSWindow setStyleMask:7]",
+                    "[NSWindow setReleasedWhenClosed:NO]", "[NSApplication activateIgnoringOtherApps:YES]",
+                    "[NSWindow makeKeyAndOrderFront:nil]",
                     // The subscription to the enabled state delivers it once more, later.
                     "[NSImage imageWithSystemSymbolName:\"keyboard\" accessibilityDescription:\"Orvantile\"]",
                     "[NSImage setTemplate:YES]", "[NSStatusItem button]",
@@ -131,9 +135,9 @@ TEST_F(MacLaunchSequenceTest, opensTheOneWindowAgainOnEverySecondLaunch) {
     EXPECT_TRUE(desktop::launchAgain(false));
 
     EXPECT_EQ(windows, 1);
-    EXPECT_THAT(
-        callsTo({"NSApplication", "NSWindow"}),
-        ElementsAre("[NSApplication activateIgnoringOtherApps:YES]", "[NSWindow makeKeyAndOrderFront:nil]"));
+    EXPECT_THAT(callsTo({"NSApplication", "NSWindow"}),
+                ElementsAre("[NSWindow styleMask]", "[NSApplication activateIgnoringOtherApps:YES]",
+                            "[NSWindow makeKeyAndOrderFront:nil]"));
 }
 
 TEST_F(MacLaunchSequenceTest, startsTheUpdaterWithTheFirstCheckAndOnlyThen) {

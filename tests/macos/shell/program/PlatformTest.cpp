@@ -1,5 +1,7 @@
 #include "macos/shell/program/ProgramTest.h"
 
+#include <QDir>
+
 namespace orvantile::test {
 namespace {
 
@@ -25,6 +27,15 @@ TEST(MacPlatformEarlyTest, isMadeWithoutAnAutoreleasePool) {
 
     const desktop::Pool turn;
     made.reset();
+}
+
+TEST_F(MacPlatformTest, looksForPicturesAmongTheResourcesOfTheApplication) {
+    (void)platform::prepareProcess();
+    const auto all = platform::makePlatform();
+
+    EXPECT_EQ(QDir::searchPaths(QStringLiteral("images")),
+              QStringList(QStringLiteral("/Applications/Orvantile.app/Contents/Resources")));
+    QDir::setSearchPaths(QStringLiteral("images"), {});
 }
 
 TEST_F(MacPlatformTest, hasEveryPeer) {

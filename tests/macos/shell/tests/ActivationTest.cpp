@@ -17,7 +17,21 @@ TEST_F(MacActivationTest, activatesTheProgramAndThenMakesTheWindowKeyAndFrontmos
     forgetCalls();
     MacActivation().bringToFront(window);
 
-    EXPECT_THAT(calls(), ElementsAre("[NSApplication activateIgnoringOtherApps:YES]", "[NSView window]",
+    EXPECT_THAT(calls(), ElementsAre("[NSView window]", "[NSWindow styleMask]", "[NSWindow setStyleMask:7]",
+                                     "[NSWindow setReleasedWhenClosed:NO]",
+                                     "[NSApplication activateIgnoringOtherApps:YES]",
+                                     "[NSWindow makeKeyAndOrderFront:nil]"));
+}
+
+TEST_F(MacActivationTest, leavesTheStyleOfAWindowAloneThatHasItAlready) {
+    MacApplication::prepare();
+    const auto window = reinterpret_cast<std::uintptr_t>(desktop::makeToolkitView());
+    MacActivation().bringToFront(window);
+    forgetCalls();
+    MacActivation().bringToFront(window);
+
+    EXPECT_THAT(calls(), ElementsAre("[NSView window]", "[NSWindow styleMask]",
+                                     "[NSApplication activateIgnoringOtherApps:YES]",
                                      "[NSWindow makeKeyAndOrderFront:nil]"));
 }
 

@@ -2,6 +2,8 @@
 #include "macos/shell/tests/ShellTest.h"
 #include "platform/macos/desktop/MacScheduler.h"
 
+#include <limits>
+
 namespace orvantile::test {
 namespace {
 
@@ -73,6 +75,42 @@ TEST_F(MacSchedulerTest, letsWorkDestroyItsOwnTimer) {
     desktop::advance(2);
 
     EXPECT_THAT(ran, ElementsAre(1));
+}
+
+TEST_F(MacSchedulerTest, putsWorkOnTheMainQueueForLaterWithoutATimer) {
+    const auto scheduled = scheduler.runOnMainQueueAfter(0.5, noting(1));
+    EXPECT_THAT(ax.calls, ElementsAre("dispatch_after_f 500 ms main"));
+    EXPECT_THAT(calls(), IsEmpty());
+
+    ax.advance(0.49);
+    ax.turnMainQueue();
+    EXPECT_THAT(ran, IsEmpty());
+    ax.advance(0.01);
+    EXPECT_THAT(ran, IsEmpty());
+    ax.turnMainQueue();
+    EXPECT_THAT(ran, ElementsAre(1));
+}
+
+TEST_F(MacSchedulerTest, runsNothingOnTheMainQueueThatHasBeenInvalidatedOrWhoseHandleIsGone) {
+    const auto held = std::make_shared<int>();
+    const auto invalidated = scheduler.runOnMainQueueAfter(0.5, [this, held] { ran.push_back(1); });
+    invalidated->invalidate();
+    scheduler.runOnMainQueueAfter(0.5, [this, held] { ran.push_back(2); }).reset();
+    EXPECT_EQ(held.use_count(), 1);
+    ax.advance(1);
+    ax.turnMainQueue();
+
+    EXPECT_THAT(ran, IsEmpty());
+}
+
+TEST_F(MacSchedulerTest, runsAtOnceWhatIsForATimeThatNeverComesOrHasGone) {
+    const auto past = scheduler.runOnMainQueueAfter(-1, noting(1));
+    const auto never = scheduler.runOnMainQueueAfter(std::numeric_limits<double>::infinity(), noting(2));
+    const auto none = scheduler.runOnMainQueueAfter(std::numeric_limits<double>::quiet_NaN(), noting(3));
+    ax.advance(0);
+    ax.turnMainQueue();
+
+    EXPECT_THAT(ran, ElementsAre(1, 2, 3));
 }
 
 TEST_F(MacSchedulerTest, runsAtEachRefreshOfTheMainScreenEvenWhileAMenuIsOpen) {

@@ -6,6 +6,10 @@
 
 typedef NS_OPTIONS(NSUInteger, NSWindowStyleMask) {
     NSWindowStyleMaskBorderless = 0,
+    NSWindowStyleMaskTitled = 1 << 0,
+    NSWindowStyleMaskClosable = 1 << 1,
+    NSWindowStyleMaskMiniaturizable = 1 << 2,
+    NSWindowStyleMaskResizable = 1 << 3,
     NSWindowStyleMaskNonactivatingPanel = 1 << 7,
 };
 
@@ -26,6 +30,7 @@ static const NSWindowLevel NSNormalWindowLevel = 0;
 static const NSWindowLevel NSStatusWindowLevel = 25;
 
 @interface NSWindow : NSResponder
+@property NSWindowStyleMask styleMask;
 @property NSWindowLevel level;
 @property NSWindowCollectionBehavior collectionBehavior;
 @property(copy) NSColor* backgroundColor;

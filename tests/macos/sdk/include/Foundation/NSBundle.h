@@ -9,6 +9,7 @@
 @interface NSBundle : NSObject
 @property(class, readonly, strong) NSBundle* mainBundle;
 @property(readonly, copy) NSString* privateFrameworksPath;
+@property(readonly, copy) NSString* resourcePath;
 + (instancetype)bundleWithPath:(NSString*)path;
 - (BOOL)load;
 @end

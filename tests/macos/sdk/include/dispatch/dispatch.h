@@ -1,6 +1,8 @@
 // What the product calls of the dispatch library, declared for machines without the SDK. Tests only.
 #pragma once
 
+#include <stdint.h>
+
 extern "C" {
 
 typedef struct dispatch_queue_s* dispatch_queue_t;
@@ -14,4 +16,10 @@ static inline dispatch_queue_t dispatch_get_main_queue(void) {
 }
 
 void dispatch_async_f(dispatch_queue_t queue, void* context, dispatch_function_t work);
+
+typedef uint64_t dispatch_time_t;
+#define DISPATCH_TIME_NOW (0ULL)
+#define NSEC_PER_SEC 1000000000ULL
+dispatch_time_t dispatch_time(dispatch_time_t when, int64_t delta);
+void dispatch_after_f(dispatch_time_t when, dispatch_queue_t queue, void* context, dispatch_function_t work);
 }
