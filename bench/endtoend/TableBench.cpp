@@ -37,7 +37,7 @@ void measure(const test::PrivateSession& session, const Program& program, int ro
     const test::WindowWatcher windows(session.display());
     const auto window = windows.awaitActive(test::ofClass(program.className));
     Samples times;
-    BusMenuModel::Count count;
+    MenuReach count;
     for (int round = 0; round < rounds; ++round) {
         BusMenuModel model([] {});
         bool complete = false;
@@ -52,7 +52,7 @@ void measure(const test::PrivateSession& session, const Program& program, int ro
             throw std::runtime_error("the table never became complete: " + program.name.toStdString());
         }
         times.add(static_cast<double>(clock.nsecsElapsed()) / 1e6);
-        count = model.count(window.process);
+        count = model.reach(window.process);
     }
     times.print(
         u"%1: %2 items, %3 accelerators, ms"_s.arg(program.name).arg(count.items).arg(count.accelerators));

@@ -14,8 +14,8 @@ using desktop::PermissionPrompt;
 ShortcutServices::ShortcutServices(session::DesktopSession& session_, Scheduler& scheduler, Hooks hooks_)
     : session(session_),
       hooks(std::move(hooks_)),
-      menus(a11y::makeBusMenuModel([this] { session.drain(); })),
-      source(session, *menus, getpid()),
+      menus([this] { session.drain(); }),
+      source(session, menus.model(), getpid()),
       reports(session, source),
       prompt(scheduler, {.obstacle = [this] { return obstacle(); }, .turnOn = [this] { turnOn(); }}),
       settings([this](const auto& receiver) { askToken(receiver); }) {}
@@ -23,29 +23,29 @@ ShortcutServices::ShortcutServices(session::DesktopSession& session_, Scheduler&
 void ShortcutServices::provide(Platform& platform) {
     platform.workspace = std::make_unique<session::LinuxWorkspace>(source, [this] { settings.open(); });
     platform.accessibility = std::make_unique<session::LinuxAccessibility>(
-        source, session, *menus, [this] { prompt.ask(); }, [this] { return qtHelper.description(); });
+        source, session, menus.model(), [this] { prompt.ask(); }, [this] { return qtHelper.description(); });
 }
 
 PermissionPrompt::Obstacle ShortcutServices::obstacle() const {
     if (!session.hearsKeys()) {
         return PermissionPrompt::Obstacle::noKeys;
     }
-    return menus->isAvailable() ? PermissionPrompt::Obstacle::none
-                                : PermissionPrompt::Obstacle::accessibilityOff;
+    return menus.model().isAvailable() ? PermissionPrompt::Obstacle::none
+                                       : PermissionPrompt::Obstacle::accessibilityOff;
 }
 
 void ShortcutServices::turnOn() {
-    menus->accessibilityBus().setEnabled(true);
+    menus.accessibilityBus().setEnabled(true);
     qtHelper.turnOn();
     publishBus();
-    if (menus->accessibilityBus().address().empty()) {
+    if (menus.accessibilityBus().address().empty()) {
         constexpr int busStartMilliseconds = 2000;
         QTimer::singleShot(busStartMilliseconds, &context, [this] { publishBus(); });
     }
 }
 
 void ShortcutServices::publishBus() const {
-    const std::string address = menus->accessibilityBus().address();
+    const std::string address = menus.accessibilityBus().address();
     if (hooks.publishBus && !address.empty()) {
         hooks.publishBus(address);
     }

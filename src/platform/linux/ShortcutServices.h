@@ -1,11 +1,11 @@
 #pragma once
 
 #include "platform/Platform.h"
-#include "platform/linux/a11y/BusMenuModel.h"
 #include "platform/linux/desktop/PermissionPrompt.h"
 #include "platform/linux/desktop/accessibilitysettings/AccessibilitySettings.h"
 #include "platform/linux/helper/ReportFeed.h"
 #include "platform/linux/helper/switch/HelperSwitch.h"
+#include "platform/linux/menus/LinuxMenus.h"
 #include "platform/linux/session/ShortcutSource.h"
 
 #include <QObject>
@@ -44,7 +44,7 @@ private:
 
     session::DesktopSession& session;
     Hooks hooks;
-    std::unique_ptr<a11y::BusMenuModel> menus;
+    menus::LinuxMenus menus;
     session::ShortcutSource source;
     helper::ReportFeed reports;
     helper::HelperSwitch qtHelper{helper::HelperFiles(helper::HelperFiles::Places::ofUser())};

@@ -41,13 +41,13 @@ protected:
 TEST_F(BadApplication, thatCannotListItsItemsIsWalkedThrough) {
     const auto program = startInFront({u"no-collection"_s, u"items=50"_s});
     EXPECT_TRUE(fires(*program, u"<Primary>n"_s, u"New"_s));
-    EXPECT_TRUE(eventually([&] { return model->count(program->processIdentifier()).items == 54; }));
+    EXPECT_TRUE(eventually([&] { return model->reach(program->processIdentifier()).items == 54; }));
 }
 
 TEST_F(BadApplication, whoseMenusContainThemselvesIsReadOnce) {
     const auto program = startInFront({u"no-collection"_s, u"cyclic"_s, u"items=50"_s});
     EXPECT_TRUE(fires(*program, u"<Primary><Shift>s"_s, u"Save As…"_s));
-    EXPECT_TRUE(eventually([&] { return model->count(program->processIdentifier()).items >= 54; }));
+    EXPECT_TRUE(eventually([&] { return model->reach(program->processIdentifier()).items >= 54; }));
     expectAnotherIsServed();
     expectTheLoopWasFree();
 }
@@ -58,7 +58,7 @@ TEST_F(BadApplication, ofAHundredThousandItemsIsReadInPart) {
     expectAnotherIsServed();
     bringToFront(*program);
     EXPECT_TRUE(eventually([&] {
-        return model->count(program->processIdentifier()).items == platform::a11y::MenuTable::capacity;
+        return model->reach(program->processIdentifier()).items == platform::a11y::MenuTable::capacity;
     }));
     expectTheLoopWasFree();
 }
@@ -73,7 +73,7 @@ TEST_F(BadApplication, ofAHundredThousandItemsInOneMenuIsReadInPart) {
 TEST_F(BadApplication, withTitlesOfAMegabyteHasItemsWithoutTitle) {
     const auto program = startInFront({u"items=5"_s, u"title-bytes=1000000"_s});
     EXPECT_TRUE(fires(*program, u"<Primary>n"_s, u"New"_s));
-    EXPECT_TRUE(eventually([&] { return model->count(program->processIdentifier()).accelerators == 8; }));
+    EXPECT_TRUE(eventually([&] { return model->reach(program->processIdentifier()).accelerators == 8; }));
     EXPECT_EQ(fired(*program, u"<Primary><Alt>x"_s), u"(none)");
     expectAnotherIsServed();
     expectTheLoopWasFree();
@@ -81,16 +81,16 @@ TEST_F(BadApplication, withTitlesOfAMegabyteHasItemsWithoutTitle) {
 
 TEST_F(BadApplication, thatAnswersWithWrongTypesHasNoCommands) {
     const auto program = startInFront({u"wrong-types"_s});
-    EXPECT_TRUE(eventually([&] { return model->count(program->processIdentifier()).items == 4; }));
+    EXPECT_TRUE(eventually([&] { return model->reach(program->processIdentifier()).items == 4; }));
     expectAnotherIsServed();
-    EXPECT_EQ(model->count(program->processIdentifier()).accelerators, 0U);
+    EXPECT_EQ(model->reach(program->processIdentifier()).accelerators, 0U);
     EXPECT_EQ(fired(*program, u"<Primary>n"_s), u"(none)");
 }
 
 TEST_F(BadApplication, withGarbageForBindingsKeepsItsGoodOnes) {
     const auto program = startInFront({u"garbage-bindings"_s});
     EXPECT_TRUE(fires(*program, u"<Primary>n"_s, u"New"_s));
-    EXPECT_TRUE(eventually([&] { return model->count(program->processIdentifier()).items == 14; }));
+    EXPECT_TRUE(eventually([&] { return model->reach(program->processIdentifier()).items == 14; }));
     expectAnotherIsServed();
     expectTheLoopWasFree();
 }
@@ -98,7 +98,7 @@ TEST_F(BadApplication, withGarbageForBindingsKeepsItsGoodOnes) {
 TEST_F(BadApplication, whoseTitlesAreNoTextIsThrownOffTheBusAndForgotten) {
     const auto program = startInFront({u"invalid-utf8"_s});
     EXPECT_TRUE(program->child().awaitExit().has_value());
-    EXPECT_TRUE(eventually([&] { return model->count(program->processIdentifier()).items == 0; }));
+    EXPECT_TRUE(eventually([&] { return model->reach(program->processIdentifier()).items == 0; }));
     expectAnotherIsServed();
 }
 

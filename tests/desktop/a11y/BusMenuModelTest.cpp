@@ -20,13 +20,14 @@ TEST_F(BusMenuModel, learnsTheCommandsOfTheProgramInFront) {
     EXPECT_TRUE(fires(*program, u"<Primary><Shift>s"_s, u"Save As…"_s)) << "without the blanks around it";
     EXPECT_EQ(fired(*program, u"<Primary>s"_s), u"(none)") << "it is disabled";
     EXPECT_EQ(fired(*program, u"<Primary>a"_s), u"(none)");
-    EXPECT_EQ(model->count(program->processIdentifier()).items, 4U);
+    EXPECT_EQ(model->reach(program->processIdentifier()).items, 4U);
 }
 
 TEST_F(BusMenuModel, givesTheAttributesOfAMenuItem) {
     const auto program = startInFront();
     ASSERT_TRUE(fires(*program, u"<Primary><Shift>s"_s, u"Save As…"_s));
-    const auto node = model->commandFor(windowOf(*program), {{{.control = true, .shift = true}, u's'}});
+    const auto node =
+        model->commandFor(windowOf(*program), {{{.control = true, .shift = true}, u's'}}).command;
     ASSERT_TRUE(node);
     EXPECT_EQ(node->copyAttribute(u"AXTitle"), AttributeValue(u"Save As…"_s));
     EXPECT_EQ(node->copyAttribute(u"AXMenuItemCmdChar"), AttributeValue(u"s"_s));
@@ -38,9 +39,11 @@ TEST_F(BusMenuModel, givesTheAttributesOfAMenuItem) {
 TEST_F(BusMenuModel, triesTheMeaningsOfAKeyInOrder) {
     const auto program = startInFront();
     ASSERT_TRUE(fires(*program, u"<Primary>n"_s, u"New"_s));
-    const auto node = model->commandFor(
-        windowOf(*program),
-        {{{.alt = true}, u'q'}, {{.control = true}, u'n'}, {{.control = true, .shift = true}, u's'}});
+    const auto node = model
+                          ->commandFor(windowOf(*program), {{{.alt = true}, u'q'},
+                                                            {{.control = true}, u'n'},
+                                                            {{.control = true, .shift = true}, u's'}})
+                          .command;
     ASSERT_TRUE(node);
     EXPECT_EQ(node->copyAttribute(u"AXTitle"), AttributeValue(u"New"_s));
 }
@@ -64,7 +67,7 @@ TEST_F(BusMenuModel, readsTheAcceleratorOfAnItemThatBecomesEnabled) {
 TEST_F(BusMenuModel, keepsTheSnapshotThatTheKeyMet) {
     const auto program = startInFront();
     ASSERT_TRUE(fires(*program, u"<Primary>n"_s, u"New"_s));
-    const auto node = model->commandFor(windowOf(*program), {{{.control = true}, u'n'}});
+    const auto node = model->commandFor(windowOf(*program), {{{.control = true}, u'n'}}).command;
     program->order("rename New=New Window");
     EXPECT_TRUE(fires(*program, u"<Primary>n"_s, u"New Window"_s));
     EXPECT_EQ(node->copyAttribute(u"AXTitle"), AttributeValue(u"New"_s));
@@ -120,7 +123,7 @@ TEST_F(BusMenuModel, forgetsAProgramThatQuits) {
     const auto program = startInFront();
     ASSERT_TRUE(fires(*program, u"<Primary>n"_s, u"New"_s));
     program->order("quit");
-    EXPECT_TRUE(eventually([&] { return model->count(program->processIdentifier()).items == 0; }));
+    EXPECT_TRUE(eventually([&] { return model->reach(program->processIdentifier()).items == 0; }));
     EXPECT_EQ(fired(*program, u"<Primary>n"_s), u"(none)");
 }
 
@@ -198,7 +201,7 @@ TEST_F(BusMenuModel, doesWithoutAnyBus) {
     model = platform::a11y::makeBusMenuModel({});
     model->follow(1);
     EXPECT_FALSE(model->isAvailable());
-    EXPECT_EQ(model->commandFor({1, 1, u"Title"_s, false}, {{{.control = true}, u'n'}}), nullptr);
+    EXPECT_EQ(model->commandFor({1, 1, u"Title"_s, false}, {{{.control = true}, u'n'}}).command, nullptr);
 }
 
 TEST_F(BusMenuModel, sleepsWhileNothingHappens) {

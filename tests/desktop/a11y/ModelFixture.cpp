@@ -75,7 +75,7 @@ QString ModelFixture::fired(const FakeProgram& program, const QString& accelerat
 
 QString ModelFixture::fired(const ActiveWindow& window, const QString& accelerator) const {
     const auto parsed = platform::keys::parseAccelerator(accelerator);
-    const auto node = parsed ? model->commandFor(window, {*parsed}) : nullptr;
+    const auto node = parsed ? model->commandFor(window, {*parsed}).command : nullptr;
     return node ? std::get<QString>(node->copyAttribute(u"AXTitle")) : QStringLiteral("(none)");
 }
 

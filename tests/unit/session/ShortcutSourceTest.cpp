@@ -53,8 +53,10 @@ public:
 
     void menuClosed() override { log.append(u"menu closed"_s); }
 
-    [[nodiscard]] std::shared_ptr<const AccessibilityNode>
-    commandFor(const ActiveWindow& window, const keys::Candidates& candidates) override {
+    [[nodiscard]] a11y::MenuReach reach(std::int32_t) const override { return {}; }
+
+    [[nodiscard]] a11y::MenuAnswer commandFor(const ActiveWindow& window,
+                                              const keys::Candidates& candidates) override {
         class Save final : public AccessibilityNode {
             [[nodiscard]] AttributeValue copyAttribute(QStringView name) const override {
                 if (name == u"AXTitle") {
@@ -69,7 +71,7 @@ public:
         };
 
         const bool fires = window.title == u"document" && candidates == keys::Candidates{ctrlS};
-        return fires ? std::make_shared<Save>() : nullptr;
+        return {.command = fires ? std::make_shared<Save>() : nullptr, .decided = fires};
     }
 
     QStringList log;

@@ -1,8 +1,8 @@
 #include "platform/linux/a11y/AccessibilityBus.h"
 
 #include "platform/linux/a11y/ReplyDecoder.h"
+#include "platform/linux/a11y/SessionAddress.h"
 
-#include <QByteArray>
 #include <utility>
 
 namespace orvantile::platform::a11y {
@@ -17,14 +17,6 @@ constexpr auto busInterface = "org.freedesktop.DBus";
 /// The first call starts the service.
 constexpr std::chrono::seconds startPatience{25};
 constexpr std::chrono::seconds retryInterval{1};
-
-std::string sessionAddress() {
-    if (const auto address = qgetenv("DBUS_SESSION_BUS_ADDRESS"); !address.isEmpty()) {
-        return address.toStdString();
-    }
-    const auto directory = qgetenv("XDG_RUNTIME_DIR");
-    return directory.isEmpty() ? std::string() : "unix:path=" + directory.toStdString() + "/bus";
-}
 
 } // namespace
 

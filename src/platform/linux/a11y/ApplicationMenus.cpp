@@ -228,25 +228,26 @@ const std::string* ApplicationMenus::toplevelOf(const session::ActiveWindow& win
     return choice.toplevel == nullptr ? nullptr : &choice.toplevel->path;
 }
 
-std::shared_ptr<const AccessibilityNode> ApplicationMenus::commandFor(const session::ActiveWindow& window,
-                                                                      const keys::Candidates& candidates) {
+MenuAnswer ApplicationMenus::commandFor(const session::ActiveWindow& window,
+                                        const keys::Candidates& candidates) {
     if (requests.isSilent()) {
-        return nullptr;
+        return {};
     }
     const auto* toplevel = toplevelOf(window);
     if (toplevel == nullptr) {
         doubt(nullptr);
-        return nullptr;
+        return {};
     }
     for (const auto& candidate : candidates) {
         if (const auto* item = table.command(*toplevel, candidate)) {
             fired = item->path;
             rereadFired.start();
-            return std::make_shared<MenuItemNode>(item->title, *item->accelerator);
+            return {.command = std::make_shared<MenuItemNode>(item->title, *item->accelerator),
+                    .decided = true};
         }
     }
     doubt(toplevel);
-    return nullptr;
+    return {.decided = table.hasAccelerators(*toplevel)};
 }
 
 void ApplicationMenus::doubt(const std::string* toplevel) {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/AccessibilityElement.h"
+#include "platform/linux/a11y/MenuModel.h"
 #include "platform/linux/a11y/MenuReader.h"
 #include "platform/linux/a11y/MenuTable.h"
 #include "platform/linux/a11y/RequestQueue.h"
@@ -33,8 +33,8 @@ public:
     void windowActivated(const session::ActiveWindow& window);
     void menuClosed();
 
-    [[nodiscard]] std::shared_ptr<const AccessibilityNode> commandFor(const session::ActiveWindow& window,
-                                                                      const keys::Candidates& candidates);
+    [[nodiscard]] MenuAnswer commandFor(const session::ActiveWindow& window,
+                                        const keys::Candidates& candidates);
 
     [[nodiscard]] const MenuTable& items() const { return table; }
 

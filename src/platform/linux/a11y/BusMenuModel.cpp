@@ -29,8 +29,8 @@ void BusMenuModel::announceAvailable() {
     }
 }
 
-BusMenuModel::Count BusMenuModel::count(std::int32_t processIdentifier) const {
-    Count total;
+MenuReach BusMenuModel::reach(std::int32_t processIdentifier) const {
+    MenuReach total;
     for (const auto& [name, application] : applications) {
         if (application.process == processIdentifier && application.menus) {
             total.items += application.menus->items().size();
@@ -103,16 +103,15 @@ void BusMenuModel::menuClosed() {
     }
 }
 
-std::shared_ptr<const AccessibilityNode> BusMenuModel::commandFor(const session::ActiveWindow& window,
-                                                                  const keys::Candidates& candidates) {
+MenuAnswer BusMenuModel::commandFor(const session::ActiveWindow& window, const keys::Candidates& candidates) {
+    MenuAnswer answer;
     for (auto& [name, application] : applications) {
-        if (application.process == window.processIdentifier && application.menus) {
-            if (auto node = application.menus->commandFor(window, candidates)) {
-                return node;
-            }
+        if (application.process == window.processIdentifier && application.menus && !answer.command) {
+            const auto each = application.menus->commandFor(window, candidates);
+            answer = {.command = each.command, .decided = answer.decided || each.decided};
         }
     }
-    return nullptr;
+    return answer;
 }
 
 void BusMenuModel::connected() {

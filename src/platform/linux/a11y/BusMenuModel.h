@@ -25,14 +25,6 @@ public:
     /// Called when all commands of the followed process have been read, and again after each later reading.
     std::function<void(std::int32_t processIdentifier)> onTableComplete;
 
-    /// How many menu items of a process are known, and how many of them have an accelerator.
-    struct Count {
-        std::size_t items = 0;
-        std::size_t accelerators = 0;
-    };
-
-    [[nodiscard]] Count count(std::int32_t processIdentifier) const;
-
     /// The desktop's switch that makes applications join the bus, and the bus itself, for the permission
     /// prompt.
     [[nodiscard]] AccessibilityBus& accessibilityBus() { return bus; }
@@ -41,8 +33,9 @@ public:
     void follow(std::int32_t processIdentifier) override;
     void windowActivated(const session::ActiveWindow& window) override;
     void menuClosed() override;
-    [[nodiscard]] std::shared_ptr<const AccessibilityNode>
-    commandFor(const session::ActiveWindow& window, const keys::Candidates& candidates) override;
+    [[nodiscard]] MenuAnswer commandFor(const session::ActiveWindow& window,
+                                        const keys::Candidates& candidates) override;
+    [[nodiscard]] MenuReach reach(std::int32_t processIdentifier) const override;
 
 private:
     struct Application {

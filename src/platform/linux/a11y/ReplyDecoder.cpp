@@ -61,6 +61,11 @@ std::optional<std::string> readBytes(sd_bus_message& message, std::size_t longes
     return view ? std::optional<std::string>(*view) : std::nullopt;
 }
 
+std::optional<std::string> readPath(sd_bus_message& message) {
+    const auto view = readView(message, SD_BUS_TYPE_OBJECT_PATH, longestPath);
+    return view ? std::optional<std::string>(*view) : std::nullopt;
+}
+
 std::optional<QString> readText(sd_bus_message& message) {
     return decode(readView(message, SD_BUS_TYPE_STRING, longestText));
 }

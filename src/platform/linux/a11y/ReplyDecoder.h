@@ -40,6 +40,8 @@ private:
 
 [[nodiscard]] std::optional<std::string> readBytes(sd_bus_message& message,
                                                    std::size_t longest = longestText);
+/// An object path.
+[[nodiscard]] std::optional<std::string> readPath(sd_bus_message& message);
 [[nodiscard]] std::optional<QString> readText(sd_bus_message& message);
 [[nodiscard]] std::optional<std::int32_t> readInteger(sd_bus_message& message);
 [[nodiscard]] std::optional<std::uint32_t> readNumber(sd_bus_message& message);

@@ -2,6 +2,8 @@
 
 #include "platform/linux/keys/Accelerator.h"
 
+#include "platform/linux/session/WindowObjects.h"
+
 #include <QString>
 #include <cstdint>
 #include <functional>
@@ -15,6 +17,7 @@ struct ActiveWindow {
     std::int32_t processIdentifier = -1;
     QString title;
     bool dialog = false; ///< transient, modal or of dialog type: only its own commands can fire
+    WindowObjects objects{};
 
     friend bool operator==(const ActiveWindow&, const ActiveWindow&) = default;
 };

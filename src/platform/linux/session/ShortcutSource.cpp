@@ -81,7 +81,7 @@ void ShortcutSource::keyPressed(const keys::Candidates& candidates) {
     if (believed) {
         return;
     }
-    if (auto node = menus.commandFor(*window, candidates)) {
+    if (auto node = menus.commandFor(*window, candidates).command) {
         latestTitle = node->copyAttribute(title);
         attached->post(itemSelected, AccessibilityElement(std::move(node)));
     }

@@ -42,6 +42,12 @@ Atoms Atoms::intern(xcb_connection_t* connection, int screenNumber) {
         {&Atoms::manager, "MANAGER"},
         {&Atoms::settingsManager, "_XSETTINGS_S" + std::to_string(screenNumber)},
         {&Atoms::sharedSettings, "_XSETTINGS_SETTINGS"},
+        {&Atoms::gtkBusName, "_GTK_UNIQUE_BUS_NAME"},
+        {&Atoms::gtkMenuBar, "_GTK_MENUBAR_OBJECT_PATH"},
+        {&Atoms::gtkApplication, "_GTK_APPLICATION_OBJECT_PATH"},
+        {&Atoms::gtkWindow, "_GTK_WINDOW_OBJECT_PATH"},
+        {&Atoms::menuService, "_KDE_NET_WM_APPMENU_SERVICE_NAME"},
+        {&Atoms::menuPath, "_KDE_NET_WM_APPMENU_OBJECT_PATH"},
     };
     std::vector<xcb_intern_atom_cookie_t> cookies;
     cookies.reserve(names.size());

@@ -38,6 +38,12 @@ struct Atoms {
     xcb_atom_t manager = 0;         ///< the message that announces the owner of a selection
     xcb_atom_t settingsManager = 0; ///< the selection that the settings manager owns
     xcb_atom_t sharedSettings = 0;
+    xcb_atom_t gtkBusName = 0; ///< where a window exports its menus and actions
+    xcb_atom_t gtkMenuBar = 0;
+    xcb_atom_t gtkApplication = 0;
+    xcb_atom_t gtkWindow = 0;
+    xcb_atom_t menuService = 0;
+    xcb_atom_t menuPath = 0;
 
     /// Asks the server for all of them in one round trip. What cannot be had is 0.
     [[nodiscard]] static Atoms intern(xcb_connection_t* connection, int screenNumber);

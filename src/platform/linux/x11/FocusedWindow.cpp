@@ -3,6 +3,7 @@
 #include "platform/linux/x11/Properties.h"
 
 #include <algorithm>
+#include <array>
 #include <bit>
 #include <utility>
 
@@ -12,6 +13,31 @@ namespace {
 constexpr std::uint32_t followedEvents = XCB_EVENT_MASK_PROPERTY_CHANGE | XCB_EVENT_MASK_STRUCTURE_NOTIFY;
 constexpr std::uint32_t longestTitle = 256; // words
 constexpr std::uint32_t mostValues = 32;
+constexpr std::uint32_t longestPath = 64; // words
+
+using session::WindowObjects;
+
+/// The properties that tell where a window exports its menus.
+struct ObjectProperty {
+    xcb_atom_t Atoms::*name;
+    std::string WindowObjects::*value;
+};
+
+constexpr auto objectProperties = std::to_array<ObjectProperty>({
+    {&Atoms::gtkBusName, &WindowObjects::gtkBusName},
+    {&Atoms::gtkMenuBar, &WindowObjects::gtkMenuBar},
+    {&Atoms::gtkApplication, &WindowObjects::gtkApplication},
+    {&Atoms::gtkWindow, &WindowObjects::gtkWindow},
+    {&Atoms::menuService, &WindowObjects::menuService},
+    {&Atoms::menuPath, &WindowObjects::menuPath},
+});
+
+bool tellsOfWindow(xcb_atom_t property, const Atoms& atoms) {
+    return property == atoms.name || property == XCB_ATOM_WM_NAME || property == atoms.state ||
+           property == atoms.type || property == XCB_ATOM_WM_TRANSIENT_FOR ||
+           std::ranges::any_of(objectProperties,
+                               [&](const auto& each) { return atoms.*each.name == property; });
+}
 
 bool contains(std::span<const std::uint32_t> values, xcb_atom_t value) {
     return std::ranges::find(values, value) != values.end();
@@ -41,10 +67,7 @@ void FocusedWindow::handle(const xcb_generic_event_t& event) {
         const auto& atoms = connection.atoms();
         if (change->window == connection.root() && change->atom == atoms.activeWindow) {
             askWhich();
-        } else if (change->window == followed &&
-                   (change->atom == atoms.name || change->atom == XCB_ATOM_WM_NAME ||
-                    change->atom == atoms.state || change->atom == atoms.type ||
-                    change->atom == XCB_ATOM_WM_TRANSIENT_FOR)) {
+        } else if (change->window == followed && tellsOfWindow(change->atom, atoms)) {
             refresh();
         }
         break;
@@ -135,6 +158,12 @@ void FocusedWindow::askDetails(std::function<void(const session::ActiveWindow&)>
         const auto title = text(reply, atoms);
         found.window.title = title.isEmpty() ? found.oldTitle : title;
     });
+    for (const auto& each : objectProperties) {
+        property(atoms.*each.name, longestPath,
+                 [&atoms, value = each.value](Details& found, const auto* reply) {
+                     found.window.objects.*value = text(reply, atoms).toStdString();
+                 });
+    }
     askProcess(connection, followed, [details, answer = std::move(answer)](std::int32_t process) {
         details->window.processIdentifier = process;
         answer(details->window);
