@@ -68,7 +68,9 @@ std::unique_ptr<Launch> beginLaunch() {
 std::unique_ptr<Platform> makePlatform() {
     const auto toolkit = QGuiApplication::platformName();
     wayland::forgetGraphicsHardware();
-    auto platform = toolkit == u"xcb"                  ? makeX11Platform()
+    const bool onX = toolkit == u"xcb";
+    auto platform = onX && wayland::isReachable()      ? makeXwaylandPlatform()
+                    : onX                              ? makeX11Platform()
                     : toolkit.startsWith(u"wayland"_s) ? makeWaylandPlatform()
                                                        : makeWindowlessPlatform();
     auto defaults = std::make_unique<desktop::IniDefaults>(desktop::IniDefaults::userFile());

@@ -23,7 +23,8 @@ ShortcutServices::ShortcutServices(session::DesktopSession& session_, Scheduler&
 void ShortcutServices::provide(Platform& platform) {
     platform.workspace = std::make_unique<session::LinuxWorkspace>(source, [this] { settings.open(); });
     platform.accessibility = std::make_unique<session::LinuxAccessibility>(
-        source, session, menus.model(), [this] { prompt.ask(); }, [this] { return qtHelper.description(); });
+        source, session, menus.model(), [this] { prompt.ask(); },
+        [this] { return session.keySources() + qtHelper.description(); });
 }
 
 PermissionPrompt::Obstacle ShortcutServices::obstacle() const {

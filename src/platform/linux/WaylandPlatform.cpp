@@ -1,14 +1,17 @@
 #include "platform/linux/WaylandPlatform.h"
 
-#include "platform/linux/X11Shortcuts.h"
+#include "platform/linux/DesktopShortcuts.h"
+#include "platform/linux/X11Platform.h"
 #include "platform/linux/desktop/DesktopAppearance.h"
 #include "platform/linux/desktop/QtScheduler.h"
 #include "platform/linux/wayland/CompositorLoss.h"
 #include "platform/linux/wayland/WaylandBackdrop.h"
 #include "platform/linux/wayland/WaylandPanels.h"
+#include "platform/linux/wayland/WaylandSession.h"
 #include "platform/null/NullPlatform.h"
 
 #include <QCoreApplication>
+#include <optional>
 #include <utility>
 
 namespace orvantile::platform {
@@ -26,7 +29,19 @@ struct Desktop {
     wayland::Globals globals;
     wayland::Outputs outputs;
     wayland::FocusedOutput focused;
-    std::unique_ptr<X11Shortcuts> shortcuts; ///< of programs that run on X
+    std::unique_ptr<DesktopShortcuts> shortcuts;
+};
+
+/// The compositor that runs the X server which the program uses.
+struct Compositor {
+    std::unique_ptr<wayland::WaylandConnection> connection = wayland::WaylandConnection::open();
+    std::optional<wayland::Globals> offers;
+};
+
+class HostSession final : private Compositor, public wayland::WaylandSession {
+public:
+    explicit HostSession(Scheduler& scheduler_)
+        : WaylandSession(scheduler_, connection ? &offers.emplace(*connection) : nullptr) {}
 };
 
 } // namespace
@@ -50,14 +65,18 @@ std::unique_ptr<Platform> makeWaylandPlatform() {
     }
     platform->backdrop = std::make_unique<wayland::WaylandBackdrop>(desktop->globals);
     platform->screens = std::move(screens);
-    if (auto x = x11::XConnection::open()) {
-        desktop->shortcuts = std::make_unique<X11Shortcuts>(std::move(x), *platform->scheduler);
-        desktop->shortcuts->services.provide(*platform);
-        desktop->shortcuts->session.start();
-        desktop->shortcuts->connection->synchronize();
-    }
+    desktop->shortcuts = std::make_unique<DesktopShortcuts>(
+        x11::XConnection::open(),
+        std::make_unique<wayland::WaylandSession>(*platform->scheduler, &desktop->globals),
+        *platform->scheduler);
+    desktop->shortcuts->provide(*platform);
+    desktop->shortcuts->start();
     platform->foundation = desktop;
     return platform;
+}
+
+std::unique_ptr<Platform> makeXwaylandPlatform() {
+    return makeX11Platform([](Scheduler& scheduler) { return std::make_unique<HostSession>(scheduler); });
 }
 
 } // namespace orvantile::platform

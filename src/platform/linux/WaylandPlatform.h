@@ -10,4 +10,7 @@ namespace orvantile::platform {
 /// Programs under the compositor's own X server are observed there, where there is one.
 [[nodiscard]] std::unique_ptr<Platform> makeWaylandPlatform();
 
+/// The peers for a Wayland compositor without them: those of its X server, with an eye on its own programs.
+[[nodiscard]] std::unique_ptr<Platform> makeXwaylandPlatform();
+
 } // namespace orvantile::platform

@@ -1,6 +1,6 @@
 #include "platform/linux/X11Platform.h"
 
-#include "platform/linux/X11Shortcuts.h"
+#include "platform/linux/DesktopShortcuts.h"
 #include "platform/linux/desktop/DesktopAppearance.h"
 #include "platform/linux/desktop/QtScheduler.h"
 #include "platform/linux/x11/Compositor.h"
@@ -21,12 +21,13 @@ namespace {
 
 /// What the peers share.
 struct Desktop {
-    Desktop(std::unique_ptr<x11::XConnection> connection, Scheduler& scheduler)
-        : shortcuts(std::move(connection), scheduler),
-          compositor(*shortcuts.connection),
-          theme(*shortcuts.connection) {}
+    Desktop(std::unique_ptr<x11::XConnection> connection, std::unique_ptr<session::DesktopSession> native,
+            Scheduler& scheduler)
+        : shortcuts(std::move(connection), std::move(native), scheduler),
+          compositor(*shortcuts.connection()),
+          theme(*shortcuts.connection()) {}
 
-    X11Shortcuts shortcuts;
+    DesktopShortcuts shortcuts;
     x11::Compositor compositor;
     x11::SharedTheme theme;
     std::unique_ptr<x11::ScreenGrab> grab;
@@ -34,7 +35,7 @@ struct Desktop {
 
 } // namespace
 
-std::unique_ptr<Platform> makeX11Platform() {
+std::unique_ptr<Platform> makeX11Platform(const NativeSession& native) {
     auto platform = makeNullPlatform();
     platform->scheduler = std::make_unique<desktop::QtScheduler>();
     auto connection = x11::XConnection::open();
@@ -51,20 +52,20 @@ std::unique_ptr<Platform> makeX11Platform() {
                          }
                      });
 
-    const auto desktop = std::make_shared<Desktop>(std::move(connection), *platform->scheduler);
-    auto& x = *desktop->shortcuts.connection;
-    auto screens = std::make_unique<x11::X11Screens>(x, desktop->shortcuts.session);
+    const auto desktop = std::make_shared<Desktop>(
+        std::move(connection), native ? native(*platform->scheduler) : nullptr, *platform->scheduler);
+    auto& x = *desktop->shortcuts.connection();
+    auto screens = std::make_unique<x11::X11Screens>(x, *desktop->shortcuts.xSession());
     desktop->grab = std::make_unique<x11::ScreenGrab>(x, *screens);
     platform->backdrop = std::make_unique<x11::X11Backdrop>(*screens, desktop->compositor, *desktop->grab);
     platform->panels = std::make_unique<x11::X11Panels>(x, *platform->scheduler, *screens,
                                                         desktop->compositor, *desktop->grab);
     platform->activation = std::make_unique<x11::X11Activation>(x);
     platform->screens = std::move(screens);
-    desktop->shortcuts.services.provide(*platform);
+    desktop->shortcuts.provide(*platform);
     platform->foundation = desktop;
 
-    desktop->shortcuts.session.start();
-    x.synchronize();
+    desktop->shortcuts.start();
     platform->appearance = std::make_unique<desktop::DesktopAppearance>(
         desktop::DesktopAppearance::Sources::ofSession(), &desktop->theme);
     return platform;

@@ -2,6 +2,7 @@
 
 #include "support/desktop/FileDescriptor.h"
 
+#include <QFile>
 #include <QStringList>
 #include <cstdlib>
 #include <cstring>
@@ -34,9 +35,10 @@ std::uint32_t codeOf(xkb_keymap* keymap, const QString& name) {
 } // namespace
 
 struct VirtualKeyboard::Protocol {
-    explicit Protocol(const QString& layout)
+    Protocol(const QString& layout, const QString& compositor)
         : context(xkb_context_new(XKB_CONTEXT_NO_FLAGS)),
-          display(wl_display_connect(nullptr)) {
+          display(wl_display_connect(compositor.isEmpty() ? nullptr
+                                                          : QFile::encodeName(compositor).constData())) {
         if (display == nullptr) {
             throw std::runtime_error("no compositor to make a keyboard on");
         }
@@ -111,7 +113,8 @@ struct VirtualKeyboard::Protocol {
     std::uint32_t time = 0;
 };
 
-VirtualKeyboard::VirtualKeyboard(const QString& layout) : protocol(std::make_unique<Protocol>(layout)) {}
+VirtualKeyboard::VirtualKeyboard(const QString& layout, const QString& compositor)
+    : protocol(std::make_unique<Protocol>(layout, compositor)) {}
 
 VirtualKeyboard::~VirtualKeyboard() = default;
 
@@ -124,6 +127,12 @@ void VirtualKeyboard::key(std::uint32_t code, bool pressed) {
     };
     zwp_virtual_keyboard_v1_modifiers(protocol->keyboard, mods(XKB_STATE_MODS_DEPRESSED),
                                       mods(XKB_STATE_MODS_LATCHED), mods(XKB_STATE_MODS_LOCKED), 0);
+}
+
+void VirtualKeyboard::type(const QString& text) {
+    for (const auto character : text) {
+        press(character == u' ' ? QStringLiteral("space") : QString(character));
+    }
 }
 
 void VirtualKeyboard::press(const QString& combination) {

@@ -28,6 +28,6 @@ enum class AccessibleRole : std::uint32_t {
 };
 
 /// The states that matter here, as AT-SPI numbers them (AtspiStateType).
-enum class AccessibleState : unsigned { active = 1, enabled = 8, modal = 16, sensitive = 24 };
+enum class AccessibleState : unsigned { active = 1, enabled = 8, modal = 16, sensitive = 24, showing = 25 };
 
 } // namespace orvantile::platform::a11y

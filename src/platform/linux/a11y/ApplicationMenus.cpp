@@ -215,6 +215,10 @@ void ApplicationMenus::menuClosed() {
 }
 
 const std::string* ApplicationMenus::toplevelOf(const session::ActiveWindow& window) {
+    if (!window.accessible.path.empty()) {
+        const auto same = std::ranges::find(toplevels, window.accessible.path, &Toplevel::path);
+        return same == toplevels.end() || window.accessible.name != name ? nullptr : &same->path;
+    }
     if (const auto known = toplevelOfWindow.find(window.handle); known != toplevelOfWindow.end()) {
         return &known->second;
     }

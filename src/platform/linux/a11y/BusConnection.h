@@ -54,6 +54,9 @@ public:
     void call(MessageHandle message, const Owner& owner, Handler handler,
               std::chrono::milliseconds timeout = patience);
 
+    /// Handles what has arrived so far, for about as long as a turn takes at the most.
+    void drain() { turn(); }
+
     /// Signals that match `rule` go to `handler` until the slot is released.
     [[nodiscard]] SlotHandle subscribe(const std::string& rule, Handler handler);
 

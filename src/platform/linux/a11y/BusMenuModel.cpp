@@ -60,7 +60,7 @@ void BusMenuModel::follow(std::int32_t processIdentifier) {
     }
     relaxation.stop();
     if (directory && !registration) {
-        registration = std::make_unique<EventRegistration>(bus.connection());
+        registration = std::make_unique<EventRegistration>(bus.connection(), EventRegistration::ofMenus);
     }
     if (directory && !known) {
         directory->refresh();
@@ -131,7 +131,7 @@ void BusMenuModel::connected() {
     };
     directory->start();
     if (followed >= 0) {
-        registration = std::make_unique<EventRegistration>(bus.connection());
+        registration = std::make_unique<EventRegistration>(bus.connection(), EventRegistration::ofMenus);
     }
     announceAvailable();
 }

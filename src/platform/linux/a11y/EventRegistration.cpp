@@ -1,6 +1,5 @@
 #include "platform/linux/a11y/EventRegistration.h"
 
-#include <array>
 #include <memory>
 #include <utility>
 
@@ -11,14 +10,20 @@ const std::string registry = "org.a11y.atspi.Registry";
 const std::string object = "/org/a11y/atspi/registry";
 constexpr auto interface = "org.a11y.atspi.Registry";
 
-constexpr std::array events{"object:state-changed:sensitive", "object:property-change:accessible-name",
-                            "object:children-changed"};
-
 void ignore(sd_bus_message&) {}
 
 } // namespace
 
-EventRegistration::EventRegistration(BusConnection& bus_) : bus(bus_) {
+const std::vector<const char*> EventRegistration::ofMenus{
+    "object:state-changed:sensitive", "object:property-change:accessible-name", "object:children-changed"};
+
+const std::vector<const char*> EventRegistration::ofWindows{"window:activate", "window:deactivate",
+                                                            "window:destroy", "object:state-changed:showing",
+                                                            "object:property-change:accessible-name"};
+
+EventRegistration::EventRegistration(BusConnection& bus_, const std::vector<const char*>& events_)
+    : bus(bus_),
+      events(events_) {
     renew();
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/linux/a11y/ObjectReference.h"
 #include "platform/linux/keys/Accelerator.h"
 
 #include "platform/linux/session/WindowObjects.h"
@@ -18,6 +19,9 @@ struct ActiveWindow {
     QString title;
     bool dialog = false; ///< transient, modal or of dialog type: only its own commands can fire
     WindowObjects objects{};
+
+    /// The window on the accessibility bus; empty where only the window system tells of it.
+    a11y::ObjectReference accessible{};
 
     friend bool operator==(const ActiveWindow&, const ActiveWindow&) = default;
 };
@@ -50,6 +54,10 @@ public:
 
     /// Whether key presses can be heard at all.
     [[nodiscard]] virtual bool hearsKeys() const = 0;
+
+    /// Where key presses come from and what would widen that, in a sentence or two for the user; may be
+    /// empty.
+    [[nodiscard]] virtual QString keySources() const { return {}; }
 
     /// Handles everything that has arrived so far, so that a key is judged by what was known when it was
     /// pressed.

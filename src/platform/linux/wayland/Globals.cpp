@@ -55,6 +55,8 @@ void Globals::add(std::uint32_t name, const char* interface, std::uint32_t versi
     }
     if (bind(blurs, org_kde_kwin_blur_manager_interface, 1)) {
         blurName = name;
+    } else if (!seat && bind(seat, wl_seat_interface, 1)) {
+        seatName = name;
     } else if (std::string_view(interface) == zwlr_foreign_toplevel_manager_v1_interface.name) {
         windowList = name;
     } else if (std::string_view(interface) == wl_output_interface.name) {
@@ -66,7 +68,10 @@ void Globals::add(std::uint32_t name, const char* interface, std::uint32_t versi
 }
 
 void Globals::remove(std::uint32_t name) {
-    if (name == blurName) {
+    if (name == seatName) {
+        seat.reset();
+        seatName = 0;
+    } else if (name == blurName) {
         blurs.reset();
         blurName = 0;
     } else if (name == windowList) {
@@ -88,6 +93,10 @@ zwlr_foreign_toplevel_manager_v1* Globals::bindWindows() const {
     }
     return static_cast<zwlr_foreign_toplevel_manager_v1*>(
         wl_registry_bind(registry.get(), windowList, &zwlr_foreign_toplevel_manager_v1_interface, 1));
+}
+
+bool isReachable() {
+    return WaylandConnection::open() != nullptr;
 }
 
 bool offersPanels() {

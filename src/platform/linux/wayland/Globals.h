@@ -28,6 +28,7 @@ public:
     Handle<wp_fractional_scale_manager_v1> fractionalScales;
     Handle<zxdg_output_manager_v1> outputDetails;
     Handle<org_kde_kwin_blur_manager> blurs;
+    Handle<wl_seat> seat; ///< the first of them
 
     /// The outputs by the name in the registry, with the version the compositor speaks.
     [[nodiscard]] const std::map<std::uint32_t, std::uint32_t>& outputs() const { return outputVersions; }
@@ -49,10 +50,12 @@ private:
     Handle<wl_registry> registry;
     std::map<std::uint32_t, std::uint32_t> outputVersions;
     std::uint32_t blurName = 0;
+    std::uint32_t seatName = 0;
     std::uint32_t windowList = 0;
 };
 
-/// Whether the environment names a compositor that shows panels.
+/// Whether the environment names a compositor that can be reached, and one that shows panels.
+[[nodiscard]] bool isReachable();
 [[nodiscard]] bool offersPanels();
 
 } // namespace orvantile::platform::wayland

@@ -19,11 +19,15 @@ struct Destroy {
 
     void operator()(wl_compositor* object) const { wl_compositor_destroy(object); }
 
+    void operator()(wl_keyboard* object) const { wl_keyboard_destroy(object); }
+
     void operator()(wl_output* object) const { wl_output_destroy(object); }
 
     void operator()(wl_region* object) const { wl_region_destroy(object); }
 
     void operator()(wl_registry* object) const { wl_registry_destroy(object); }
+
+    void operator()(wl_seat* object) const { wl_seat_destroy(object); }
 
     void operator()(wl_shm* object) const { wl_shm_destroy(object); }
 

@@ -1,6 +1,6 @@
 #include "platform/linux/x11/Keyboard.h"
 
-#include "platform/linux/x11/KeyCandidates.h"
+#include "platform/linux/keys/KeyCandidates.h"
 #include "platform/linux/x11/XkbProtocol.h"
 
 #include <array>
@@ -100,7 +100,7 @@ void Keyboard::handle(const xcb_generic_event_t& event) {
     if (reload.isActive()) {
         loadKeymap();
     }
-    if (auto candidates = keyCandidates(state.get(), key->detail); !candidates.empty() && onPressed) {
+    if (auto candidates = keys::keyCandidates(state.get(), key->detail); !candidates.empty() && onPressed) {
         onPressed(std::move(candidates));
     }
 }

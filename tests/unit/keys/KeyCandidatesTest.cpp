@@ -1,4 +1,4 @@
-#include "unit/x11/Keymap.h"
+#include "unit/keys/Keymap.h"
 
 #include <gmock/gmock.h>
 

@@ -1,4 +1,4 @@
-#include "unit/x11/Keymap.h"
+#include "unit/keys/Keymap.h"
 
 #include <array>
 #include <stdexcept>
@@ -41,7 +41,7 @@ void Keymap::lockLayout(xkb_layout_index_t layout) {
 }
 
 platform::keys::Candidates Keymap::candidates(const std::string& key) const {
-    return platform::x11::keyCandidates(state.get(), codeOf(key));
+    return platform::keys::keyCandidates(state.get(), codeOf(key));
 }
 
 std::vector<std::string> Keymap::described(const std::string& key) const {

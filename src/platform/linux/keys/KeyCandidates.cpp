@@ -1,48 +1,12 @@
-#include "platform/linux/x11/KeyCandidates.h"
+#include "platform/linux/keys/KeyCandidates.h"
+
+#include "platform/linux/keys/ShortcutKeys.h"
 
 #include <algorithm>
-#include <array>
-#include <utility>
 #include <xkbcommon/xkbcommon-keysyms.h>
 
-namespace orvantile::platform::x11 {
+namespace orvantile::platform::keys {
 namespace {
-
-using SymbolRange = std::pair<xkb_keysym_t, xkb_keysym_t>;
-
-bool isIn(const auto& ranges, xkb_keysym_t symbol) {
-    return std::ranges::any_of(
-        ranges, [&](const SymbolRange& range) { return symbol >= range.first && symbol <= range.second; });
-}
-
-bool isModifierKey(xkb_keysym_t symbol) {
-    static constexpr std::array ranges{
-        SymbolRange{XKB_KEY_ISO_Lock, XKB_KEY_ISO_Level5_Lock},
-        SymbolRange{XKB_KEY_Mode_switch, XKB_KEY_Num_Lock},
-        SymbolRange{XKB_KEY_Shift_L, XKB_KEY_Hyper_R},
-    };
-    return symbol == XKB_KEY_NoSymbol || isIn(ranges, symbol);
-}
-
-/// Keys that are shortcuts even by themselves. Everything else types text or composes it.
-bool isFunctionOrNavigationKey(xkb_keysym_t symbol) {
-    constexpr xkb_keysym_t firstMediaKey = 0x10081000;
-    constexpr xkb_keysym_t lastMediaKey = 0x1008ffff;
-    static constexpr std::array ranges{
-        SymbolRange{XKB_KEY_ISO_Left_Tab, XKB_KEY_ISO_Left_Tab},
-        SymbolRange{XKB_KEY_BackSpace, XKB_KEY_Tab},
-        SymbolRange{XKB_KEY_Return, XKB_KEY_Return},
-        SymbolRange{XKB_KEY_Pause, XKB_KEY_Sys_Req},
-        SymbolRange{XKB_KEY_Escape, XKB_KEY_Escape},
-        SymbolRange{XKB_KEY_Home, XKB_KEY_Begin},
-        SymbolRange{XKB_KEY_Select, XKB_KEY_Break},
-        SymbolRange{XKB_KEY_KP_Tab, XKB_KEY_KP_Delete}, // with the number lock off
-        SymbolRange{XKB_KEY_F1, XKB_KEY_F35},
-        SymbolRange{XKB_KEY_Delete, XKB_KEY_Delete},
-        SymbolRange{firstMediaKey, lastMediaKey},
-    };
-    return isIn(ranges, symbol);
-}
 
 bool isActive(xkb_state* state, const char* modifier) {
     return xkb_state_mod_name_is_active(state, modifier, XKB_STATE_MODS_EFFECTIVE) > 0;
@@ -86,16 +50,16 @@ bool layoutHas(xkb_keymap* keymap, xkb_layout_index_t layout, xkb_keysym_t symbo
 
 } // namespace
 
-keys::Candidates keyCandidates(xkb_state* state, xkb_keycode_t code) {
+Candidates keyCandidates(xkb_state* state, xkb_keycode_t code) {
     auto* keymap = xkb_state_get_keymap(state);
     const auto effective = xkb_state_key_get_one_sym(state, code);
     if (isModifierKey(effective)) {
         return {};
     }
-    keys::Modifiers modifiers{.control = isActive(state, XKB_MOD_NAME_CTRL),
-                              .alt = isActive(state, XKB_MOD_NAME_ALT),
-                              .shift = isActive(state, XKB_MOD_NAME_SHIFT),
-                              .super = isActive(state, XKB_MOD_NAME_LOGO)};
+    Modifiers modifiers{.control = isActive(state, XKB_MOD_NAME_CTRL),
+                        .alt = isActive(state, XKB_MOD_NAME_ALT),
+                        .shift = isActive(state, XKB_MOD_NAME_SHIFT),
+                        .super = isActive(state, XKB_MOD_NAME_LOGO)};
     if (modifiers.alt && altSelectsText(state, keymap, code, effective)) {
         modifiers.alt = false;
     }
@@ -104,9 +68,9 @@ keys::Candidates keyCandidates(xkb_state* state, xkb_keycode_t code) {
         return {};
     }
 
-    keys::Candidates candidates;
-    const auto add = [&](const keys::Modifiers& with, xkb_keysym_t symbol) {
-        const keys::Accelerator candidate{with, xkb_keysym_to_lower(symbol)};
+    Candidates candidates;
+    const auto add = [&](const Modifiers& with, xkb_keysym_t symbol) {
+        const Accelerator candidate{with, xkb_keysym_to_lower(symbol)};
         if (symbol != XKB_KEY_NoSymbol && std::ranges::find(candidates, candidate) == candidates.end()) {
             candidates.push_back(candidate);
         }
@@ -135,4 +99,23 @@ keys::Candidates keyCandidates(xkb_state* state, xkb_keycode_t code) {
     return candidates;
 }
 
-} // namespace orvantile::platform::x11
+Candidates symbolCandidates(const Modifiers& modifiers, KeySymbol symbol) {
+    const bool shortcut = modifiers.control || modifiers.alt || modifiers.super;
+    if (isModifierKey(symbol) || (!shortcut && !isFunctionOrNavigationKey(symbol))) {
+        return {};
+    }
+    const auto lower = xkb_keysym_to_lower(symbol);
+    Candidates candidates{{modifiers, lower}};
+    const bool letter = lower != xkb_keysym_to_upper(symbol);
+    if (modifiers.shift && !letter && typesText(symbol)) {
+        auto withoutShift = modifiers;
+        withoutShift.shift = false;
+        candidates.push_back({withoutShift, lower});
+    }
+    if (symbol == XKB_KEY_ISO_Left_Tab) {
+        candidates.push_back({modifiers, XKB_KEY_Tab});
+    }
+    return candidates;
+}
+
+} // namespace orvantile::platform::keys

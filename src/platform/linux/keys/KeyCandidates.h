@@ -4,7 +4,7 @@
 
 #include <xkbcommon/xkbcommon.h>
 
-namespace orvantile::platform::x11 {
+namespace orvantile::platform::keys {
 
 /// What pressing the key `code` may mean as a shortcut while the keyboard is in `state`, most exact first:
 /// 1. all modifiers with the symbol the key gives now,
@@ -15,6 +15,10 @@ namespace orvantile::platform::x11 {
 ///    for that symbol: Control+Z works while a layout of another script is in force, and Z and Y stay apart
 ///    where two Latin layouts have swapped them.
 /// Empty for modifier keys and for keys that type text. The third level of a layout (AltGr) is no modifier.
-[[nodiscard]] keys::Candidates keyCandidates(xkb_state* state, xkb_keycode_t code);
+[[nodiscard]] Candidates keyCandidates(xkb_state* state, xkb_keycode_t code);
 
-} // namespace orvantile::platform::x11
+/// The same for a key of which no more is known than the symbol it gives now: that, without Shift as well
+/// when Shift may have been needed for it, and a backward Tab as Tab.
+[[nodiscard]] Candidates symbolCandidates(const Modifiers& modifiers, KeySymbol symbol);
+
+} // namespace orvantile::platform::keys

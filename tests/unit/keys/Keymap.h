@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/linux/x11/KeyCandidates.h"
+#include "platform/linux/keys/KeyCandidates.h"
 
 #include <memory>
 #include <string>

@@ -1,0 +1,45 @@
+#pragma once
+
+#include "platform/linux/keys/Accelerator.h"
+#include "platform/linux/wayland/Globals.h"
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <xkbcommon/xkbcommon.h>
+
+namespace orvantile::platform::wayland {
+
+/// The keymap of the compositor's keyboard, which it tells to everybody. No key is ever heard through it.
+class SeatKeymap {
+public:
+    SeatKeymap();
+
+    /// Follows the keyboard of the compositor's seat, where it has one.
+    void follow(const Globals& globals);
+
+    /// Takes a keymap in the text format of XKB. What is none leaves the one in force.
+    void load(const std::string& text);
+
+    /// What a key press may mean as a shortcut. `modifiers` are the eight that every keymap has. Where the
+    /// key does not give the symbol in any layout, the keymap is of another keyboard and only the symbol
+    /// counts.
+    [[nodiscard]] keys::Candidates candidates(keys::KeySymbol symbol, std::uint32_t code,
+                                              std::uint32_t modifiers) const;
+
+private:
+    template <auto unreference>
+    struct Unreference {
+        void operator()(auto* object) const noexcept { unreference(object); }
+    };
+
+    void loadFile(int descriptor, std::uint32_t size);
+    void setKeyboard(bool present);
+
+    std::unique_ptr<xkb_context, Unreference<xkb_context_unref>> context;
+    std::unique_ptr<xkb_keymap, Unreference<xkb_keymap_unref>> keymap;
+    wl_seat* seat = nullptr; ///< not owned
+    Handle<wl_keyboard> keyboard;
+};
+
+} // namespace orvantile::platform::wayland

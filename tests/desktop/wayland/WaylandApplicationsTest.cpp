@@ -1,0 +1,99 @@
+// Real applications on a Wayland compositor, and what is named of them.
+
+#include "desktop/wayland/WaylandStage.h"
+#include "support/QtPrinting.h"
+
+#include <gmock/gmock.h>
+
+namespace orvantile::test {
+namespace {
+
+using Qt::StringLiterals::operator""_s;
+using ::testing::IsEmpty;
+
+const WaylandApplication mousepad{
+    u"mousepad"_s, {u"--disable-server"_s, u"notes.txt"_s}, u"Mousepad"_s, u"Ctrl+A"_s, u"⌃A  Select All"_s};
+const WaylandApplication featherpad{
+    u"featherpad"_s, {u"--standalone"_s, u"notes.txt"_s}, u"notes.txt"_s, u"Ctrl+N"_s, u"⌃N  New"_s};
+
+/// Qt programs tell their commands through the helper.
+void loadHelper(WaylandStage& stage) {
+    const auto folders = QStringLiteral(ORVANTILE_HELPERS);
+    stage.session().setVariable(u"QT_PLUGIN_PATH"_s, folders % u"/qt5:"_s % folders % u"/qt6"_s);
+    stage.session().setVariable(u"QT_QPA_GENERIC_PLUGINS"_s, u"orvantile"_s);
+    stage.session().setVariable(u"QT_QPA_PLATFORM"_s, u"wayland"_s);
+}
+
+TEST(WaylandApplications, commandsOfAGtkProgramAreNamed) {
+    WaylandStage stage;
+    stage.start(mousepad);
+    stage.startOrvantile();
+    stage.awaitCommandsOf(mousepad);
+    EXPECT_EQ(stage.fire(u"Ctrl+F"_s), u"⌃F  Find"_s);
+    stage.keys().press(u"Escape"_s);
+    stage.keys().press(u"Ctrl+Home"_s);
+    stage.keys().type(u"x"_s);
+    EXPECT_EQ(stage.awaitCommandsOf(mousepad), QStringList());
+    EXPECT_EQ(stage.fire(u"Ctrl+Z"_s), u"⌃Z  Undo"_s)
+        << "as it stood before the key: it is insensitive after";
+}
+
+TEST(WaylandApplications, typedTextIsNotTold) {
+    WaylandStage stage;
+    stage.start(mousepad);
+    stage.startOrvantile();
+    stage.awaitCommandsOf(mousepad);
+    stage.keys().type(u"the quick brown fox"_s);
+    EXPECT_THAT(stage.awaitCommandsOf(mousepad), IsEmpty());
+}
+
+TEST(WaylandApplications, anOpenMenuKeepsShortcutsFromBeingNamed) {
+    WaylandStage stage;
+    stage.start(mousepad);
+    stage.startOrvantile();
+    stage.awaitCommandsOf(mousepad);
+    stage.keys().press(u"F10"_s);
+    stage.keys().press(u"Down"_s);
+    EXPECT_EQ(stage.fire(u"Ctrl+F"_s), u"nothing"_s);
+    stage.keys().press(u"Escape"_s);
+    stage.keys().press(u"Escape"_s);
+    EXPECT_THAT(stage.awaitCommandsOf(mousepad), IsEmpty());
+}
+
+TEST(WaylandApplications, commandsOfAQtProgramAreNamedThroughTheHelper) {
+    WaylandStage stage;
+    loadHelper(stage);
+    stage.start(featherpad);
+    stage.startOrvantile();
+    stage.awaitCommandsOf(featherpad);
+    EXPECT_EQ(stage.fire(u"Ctrl+S"_s), u"nothing"_s) << "there is nothing to save";
+    stage.keys().type(u"x"_s);
+    EXPECT_EQ(stage.fire(u"Ctrl+Shift+S"_s), u"⌃⇧S  Save As"_s);
+}
+
+TEST(WaylandApplications, switchingBetweenTwoToolkitsKeepsBothNamed) {
+    WaylandStage stage;
+    loadHelper(stage);
+    stage.start(mousepad);
+    stage.start(featherpad);
+    stage.startOrvantile();
+    for (int round = 0; round < 3; ++round) {
+        stage.focus(u"app_id=mousepad"_s, mousepad.title);
+        EXPECT_THAT(stage.awaitCommandsOf(mousepad), IsEmpty());
+        stage.focus(u"app_id=featherpad"_s, {});
+        EXPECT_THAT(stage.awaitCommandsOf(featherpad), IsEmpty());
+    }
+}
+
+TEST(WaylandApplications, theDialogInFrontHidesTheCommandsOfTheWindow) {
+    WaylandStage stage;
+    stage.start(mousepad);
+    stage.startOrvantile();
+    stage.awaitCommandsOf(mousepad);
+    EXPECT_EQ(stage.fire(u"Ctrl+Shift+S"_s), u"⌃⇧S  Save As..."_s);
+    stage.awaitFocus(u"Save As"_s);
+    EXPECT_EQ(stage.fire(u"Ctrl+N"_s), u"nothing"_s);
+}
+
+} // namespace
+} // namespace orvantile::test
