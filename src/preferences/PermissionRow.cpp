@@ -2,6 +2,8 @@
 
 #include "preferences/Localized.h"
 
+#include <QTextDocument>
+
 namespace orvantile {
 namespace {
 
@@ -22,8 +24,22 @@ void PermissionRow::refresh() {
     symbol.setGood(trusted);
     setText(localized(trusted ? "Accessibility access granted" : "Accessibility access required"));
     button.setText(localized(trusted ? "Re-check" : "Open System Settings…"));
-    setToolTip(platform.accessibility->permissionDetails());
+    explain();
     button.updateGeometry();
+}
+
+bool PermissionRow::event(QEvent* event) {
+    if (event->type() == QEvent::ToolTip) {
+        explain();
+    }
+    return FormRow::event(event);
+}
+
+void PermissionRow::explain() {
+    const auto details = platform.accessibility->permissionDetails();
+    button.setAccessibleDescription(details);
+    // Only formatted text has its lines broken.
+    setToolTip(details.isEmpty() ? QString() : Qt::convertFromPlainText(details, Qt::WhiteSpaceNormal));
 }
 
 void PermissionRow::act() {

@@ -5,6 +5,7 @@
 #include "preferences/controls/PushButton.h"
 #include "preferences/controls/StatusSymbol.h"
 
+#include <QEvent>
 #include <memory>
 #include <vector>
 
@@ -19,8 +20,13 @@ public:
 
     void refresh();
 
+protected:
+    /// What is said on hovering is as fresh as the hovering.
+    bool event(QEvent* event) override;
+
 private:
     void act();
+    void explain();
 
     platform::Platform& platform;
     bool trusted = false;

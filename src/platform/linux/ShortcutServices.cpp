@@ -1,8 +1,10 @@
 #include "platform/linux/ShortcutServices.h"
 
+#include "platform/linux/applications/ReachDescription.h"
 #include "platform/linux/session/LinuxAccessibility.h"
 #include "platform/linux/session/LinuxWorkspace.h"
 
+#include <QStringList>
 #include <QTimer>
 #include <unistd.h>
 #include <utility>
@@ -10,6 +12,7 @@
 namespace orvantile::platform {
 
 using desktop::PermissionPrompt;
+using Qt::StringLiterals::operator""_s;
 
 ShortcutServices::ShortcutServices(session::DesktopSession& session_, Scheduler& scheduler, Hooks hooks_)
     : session(session_),
@@ -23,8 +26,7 @@ ShortcutServices::ShortcutServices(session::DesktopSession& session_, Scheduler&
 void ShortcutServices::provide(Platform& platform) {
     platform.workspace = std::make_unique<session::LinuxWorkspace>(source, [this] { settings.open(); });
     platform.accessibility = std::make_unique<session::LinuxAccessibility>(
-        source, session, menus.model(), [this] { prompt.ask(); },
-        [this] { return session.keySources() + qtHelper.description(); });
+        source, session, menus.model(), [this] { prompt.ask(); }, [this] { return details(); });
 }
 
 PermissionPrompt::Obstacle ShortcutServices::obstacle() const {
@@ -43,6 +45,24 @@ void ShortcutServices::turnOn() {
         constexpr int busStartMilliseconds = 2000;
         QTimer::singleShot(busStartMilliseconds, &context, [this] { publishBus(); });
     }
+}
+
+QString ShortcutServices::details() const {
+    QStringList paragraphs;
+    if (const auto keys = session.keySources().trimmed(); !keys.isEmpty()) {
+        paragraphs += keys;
+    }
+    if (const auto helper = qtHelper.description(); !helper.isEmpty()) {
+        paragraphs += helper;
+    }
+    const auto process = source.latestApplication();
+    if (const auto program = process ? applications::factsOf(*process) : std::nullopt) {
+        const auto helper = !qtHelper.isInstalled() ? applications::Helper::missing
+                            : qtHelper.isOn()       ? applications::Helper::on
+                                                    : applications::Helper::off;
+        paragraphs += applications::describeReach(*program, menus.model().reach(*process), helper);
+    }
+    return paragraphs.join(u"\n\n"_s);
 }
 
 void ShortcutServices::publishBus() const {

@@ -39,6 +39,10 @@ public:
 private:
     [[nodiscard]] desktop::PermissionPrompt::Obstacle obstacle() const;
     void turnOn();
+
+    /// What the permission amounts to, for the user: the helper's state, and what the program used last
+    /// tells.
+    [[nodiscard]] QString details() const;
     void publishBus() const;
     void askToken(const desktop::AccessibilitySettings::TokenReceiver& receiver) const;
 

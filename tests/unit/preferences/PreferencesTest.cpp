@@ -143,7 +143,17 @@ TEST_F(PreferencesTest, permissionExplainsItselfOnHover) {
     window.view().select(PreferencesTab::general);
     const auto* check = button(u"Re-check"_s);
     ASSERT_NE(check, nullptr);
-    EXPECT_EQ(check->parentWidget()->toolTip(), u"A helper is on."_s);
+    auto& row = *check->parentWidget();
+    EXPECT_THAT(row.toolTip().toStdString(), ::testing::HasSubstr("A helper is on."));
+    EXPECT_EQ(check->accessibleDescription(), u"A helper is on."_s);
+
+    fakes.accessibility->details = u"“<b>editor”, used last, tells 4 commands."_s;
+    QHelpEvent hover(QEvent::ToolTip, {}, {});
+    QApplication::sendEvent(&row, &hover);
+    EXPECT_THAT(row.toolTip().toStdString(), ::testing::HasSubstr("“&lt;b&gt;editor”, used last"));
+    fakes.accessibility->details.clear();
+    QApplication::sendEvent(&row, &hover);
+    EXPECT_EQ(row.toolTip(), QString());
 }
 
 TEST_F(PreferencesTest, missingPermissionIsPromptedForAndShownInTheSystemsSettings) {

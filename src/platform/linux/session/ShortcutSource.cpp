@@ -61,6 +61,9 @@ void ShortcutSource::activeWindowChanged(const std::optional<ActiveWindow>& wind
     if (!window || window->processIdentifier <= 0) {
         return;
     }
+    if (window->processIdentifier != ownProcess) {
+        latestOther = window->processIdentifier;
+    }
     if (std::exchange(announcedProcess, window->processIdentifier) != window->processIdentifier) {
         const auto handlers = activationHandlers;
         for (const auto& handler : handlers) {

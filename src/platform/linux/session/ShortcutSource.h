@@ -25,6 +25,10 @@ public:
     ~ShortcutSource();
 
     [[nodiscard]] std::optional<RunningApplication> frontmostApplication() const;
+
+    /// The application that was in front last, this one left aside.
+    [[nodiscard]] std::optional<std::int32_t> latestApplication() const { return latestOther; }
+
     void observeActivations(Workspace::ActivationHandler handler);
 
     [[nodiscard]] std::unique_ptr<AccessibilityObserver>
@@ -54,6 +58,7 @@ private:
     std::int32_t ownProcess;
     std::vector<Workspace::ActivationHandler> activationHandlers;
     std::int32_t announcedProcess = -1;
+    std::optional<std::int32_t> latestOther;
     LinuxObserver* attached = nullptr; ///< not owned; it detaches itself
     int postedMenus = 0;               ///< that the attached observer takes to be open
     bool believed = false;             ///< the attached process tells for itself

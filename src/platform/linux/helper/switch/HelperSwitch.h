@@ -18,6 +18,10 @@ public:
     /// Nothing happens where the installation has no helper.
     void turnOn();
 
+    [[nodiscard]] bool isInstalled() const { return files.isInstalled(); }
+
+    [[nodiscard]] bool isOn() const { return files.isOn(); }
+
     /// In what state the helper is, in a sentence or two for the user; empty where the installation has none.
     [[nodiscard]] QString description() const;
 
