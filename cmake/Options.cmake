@@ -11,6 +11,9 @@ set(ORVANTILE_SANITIZERS "" CACHE STRING "Sanitizers to build with, such as addr
 set(CMAKE_CXX_STANDARD 20)
 set(CMAKE_CXX_STANDARD_REQUIRED ON)
 set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_OBJCXX_STANDARD 20)
+set(CMAKE_OBJCXX_STANDARD_REQUIRED ON)
+set(CMAKE_OBJCXX_EXTENSIONS OFF)
 set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
 set(CMAKE_POSITION_INDEPENDENT_CODE ON)
 
@@ -22,7 +25,7 @@ endif()
 
 # Dozens of test programs are linked; this linker takes a fraction of the time.
 find_program(LLD_PROGRAM ld.lld)
-if(LLD_PROGRAM)
+if(LLD_PROGRAM AND NOT APPLE)
   add_link_options(-fuse-ld=lld)
 endif()
 
@@ -37,7 +40,9 @@ target_link_libraries(orvantile_options INTERFACE orvantile::warnings orvantile:
 include(CheckPIESupported)
 check_pie_supported()
 target_compile_options(orvantile_options INTERFACE $<$<CONFIG:Release>:-fstack-protector-strong> $<$<CONFIG:Release>:-D_FORTIFY_SOURCE=2>)
-target_link_options(orvantile_options INTERFACE $<$<CONFIG:Release>:-Wl,-z,relro,-z,now>)
+if(NOT APPLE)
+  target_link_options(orvantile_options INTERFACE $<$<CONFIG:Release>:-Wl,-z,relro,-z,now>)
+endif()
 
 if(ORVANTILE_SANITIZERS)
   target_compile_options(orvantile_options INTERFACE -fsanitize=${ORVANTILE_SANITIZERS} -fno-sanitize-recover=all -fno-omit-frame-pointer)

@@ -7,6 +7,7 @@ build_preset() {
     local log targets=()
     log=$(mktemp)
     [[ $# -eq 0 ]] || targets=(--target "$@")
+    # shellcheck disable=SC2154 # whoever sources this sets it or not
     if ! { cmake --preset "$preset" ${configure_options[@]+"${configure_options[@]}"} &&
         cmake --build "build/$preset" "${targets[@]}"; } >"$log" 2>&1; then
         tail -n 60 "$log" >&2
