@@ -4,8 +4,10 @@ description; joins the two and checks what came out. Ends with 77, and says why,
 had.
 
 Usage: make_bundle.py SOURCES FOLDER QT_HEADERS VERSION"""
+import json
 import os
 import pathlib
+import shlex
 import shutil
 import subprocess
 import sys
@@ -57,6 +59,19 @@ def join(folder, bundles):
     return whole
 
 
+def check_conformance(sources, target):
+    """Compiles the conformance files as the files of the program next to them in kind: C and dispatch against the
+    headers of a Mac."""
+    commands = {pathlib.Path(entry["file"]).name: entry for entry in json.loads((target / "compile_commands.json").read_text())}
+    for model, name in (("MainQueue.cpp", "AccessibilityConformance.cpp"), ("MacSounds.mm", "AppKitConformance.mm")):
+        command = shlex.split(commands[model]["command"])
+        command = command[command.index(next(word for word in command if "clang" in word)):command.index("-o")]
+        precompiled = [index for index, word in enumerate(command) if word.endswith((".pch", ".hxx"))]
+        for index in reversed(precompiled):
+            del command[index - 3:index + 1]  # -Xclang -include -Xclang FILE
+        run(*command, "-fsyntax-only", sources / "tests/macos/conformance" / name, cwd=target)
+
+
 def main():
     sources, folder, headers, version = pathlib.Path(sys.argv[1]), pathlib.Path(sys.argv[2]), sys.argv[3], sys.argv[4]
     os.environ.update(CCACHE_BASEDIR=str(sources), CCACHE_NOHASHDIR="1")
@@ -68,6 +83,7 @@ def main():
         "x86_64": build(sources, folder, sdk, "x86_64", headers,
                         {"ORVANTILE_UPDATE_FEED": FEED, "ORVANTILE_UPDATE_KEY": KEY, "ORVANTILE_SPARKLE_FRAMEWORK": sparkle}),
     }
+    check_conformance(sources, folder / "arm64")
     whole = join(folder, bundles)
 
     pictures = list((sources / "src/resources/Orvantile_Orvantile.bundle").glob("*.png"))

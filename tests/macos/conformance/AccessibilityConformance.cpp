@@ -100,7 +100,8 @@ static_assert(same<dispatch_function_t, void (*)(void*)>);
 static_assert(std::is_convertible_v<decltype(&dispatch_async_f),
                                     void (*)(dispatch_queue_t, void*, dispatch_function_t)>);
 static_assert(std::is_convertible_v<decltype(dispatch_get_main_queue()), dispatch_queue_t>);
-static_assert(same<decltype(dispatch_time), dispatch_time_t(dispatch_time_t, std::int64_t)>);
+static_assert(
+    std::is_convertible_v<decltype(&dispatch_time), dispatch_time_t (*)(dispatch_time_t, std::int64_t)>);
 static_assert(std::is_convertible_v<decltype(&dispatch_after_f),
                                     void (*)(dispatch_time_t, dispatch_queue_t, void*, dispatch_function_t)>);
 static_assert(DISPATCH_TIME_NOW == 0 && NSEC_PER_SEC == 1000000000);
