@@ -191,9 +191,18 @@ private:
     void hear(sd_bus_message& message) {
         std::uint32_t kind = 0;
         Keystroke stroke;
-        if (sd_bus_message_enter_container(&message, SD_BUS_TYPE_STRUCT, "uiuuisb") <= 0 ||
-            sd_bus_message_read(&message, "uiuu", &kind, &stroke.symbol, &stroke.code, &stroke.modifiers) <=
-                0) {
+        if (sd_bus_message_has_signature(&message, "(uinnisb)") > 0) { // of older registries
+            std::int16_t code = 0;
+            std::int16_t modifiers = 0;
+            if (sd_bus_message_enter_container(&message, SD_BUS_TYPE_STRUCT, "uinnisb") <= 0 ||
+                sd_bus_message_read(&message, "uinn", &kind, &stroke.symbol, &code, &modifiers) <= 0) {
+                return;
+            }
+            stroke.code = static_cast<std::uint16_t>(code);
+            stroke.modifiers = static_cast<std::uint16_t>(modifiers);
+        } else if (sd_bus_message_enter_container(&message, SD_BUS_TYPE_STRUCT, "uiuuisb") <= 0 ||
+                   sd_bus_message_read(&message, "uiuu", &kind, &stroke.symbol, &stroke.code,
+                                       &stroke.modifiers) <= 0) {
             return;
         }
         constexpr std::uint32_t press = 0;
