@@ -16,6 +16,12 @@ const WaylandApplication mousepad{
 const WaylandApplication featherpad{
     u"featherpad"_s, {u"--standalone"_s, u"notes.txt"_s}, u"notes.txt"_s, u"Ctrl+N"_s, u"⌃N  New"_s};
 
+const WaylandApplication writer{u"soffice"_s,
+                                {u"--writer"_s, u"--norestore"_s, u"--nologo"_s, u"--nofirststartwizard"_s},
+                                u"LibreOffice Writer"_s,
+                                u"Ctrl+A"_s,
+                                u"⌃A  Select All"_s};
+
 /// Qt programs tell their commands through the helper.
 void loadHelper(WaylandStage& stage) {
     const auto folders = QStringLiteral(ORVANTILE_HELPERS);
@@ -69,6 +75,22 @@ TEST(WaylandApplications, commandsOfAQtProgramAreNamedThroughTheHelper) {
     EXPECT_EQ(stage.fire(u"Ctrl+S"_s), u"nothing"_s) << "there is nothing to save";
     stage.keys().type(u"x"_s);
     EXPECT_EQ(stage.fire(u"Ctrl+Shift+S"_s), u"⌃⇧S  Save As"_s);
+}
+
+TEST(WaylandApplications, commandsOfAnOfficeSuiteAreNamed) {
+    WaylandStage stage;
+    stage.session().writeFile(u".config/libreoffice/4/user/registrymodifications.xcu"_s,
+                              R"(<?xml version="1.0" encoding="UTF-8"?>
+<oor:items xmlns:oor="http://openoffice.org/2001/registry">
+<item oor:path="/org.openoffice.Office.Common/Misc"><prop oor:name="ShowTipOfTheDay" oor:op="fuse"><value>false</value></prop></item>
+<item oor:path="/org.openoffice.Office.Common/Misc"><prop oor:name="FirstRun" oor:op="fuse"><value>false</value></prop></item>
+</oor:items>
+)");
+    stage.session().setVariable(u"SAL_USE_VCLPLUGIN"_s, u"gtk3"_s);
+    stage.start(writer);
+    stage.startOrvantile();
+    stage.awaitCommandsOf(writer);
+    EXPECT_EQ(stage.fire(u"Ctrl+B"_s), u"⌃B  Bold"_s);
 }
 
 TEST(WaylandApplications, switchingBetweenTwoToolkitsKeepsBothNamed) {

@@ -56,5 +56,23 @@ TEST(Xwayland, withoutPanelsOfTheCompositorItShowsThoseOfItsXServer) {
     EXPECT_EQ(panel->label, u"⌃A  Select All"_s);
 }
 
+TEST(Xwayland, namesGoOnWithAnotherAccessibilityBus) {
+    WaylandStage stage({.xwayland = true});
+    stage.session().setVariable(u"QT_QPA_PLATFORM"_s, u"xcb"_s); // its panels can be watched without the bus
+    HudWatcher panels(stage.session().environment().value(u"DISPLAY"_s));
+    stage.startOrvantile();
+    stage.session().stopAccessibility();
+    stage.session().startAccessibility();
+    stage.start(geany);
+    const QDeadlineTimer deadline(patience * 4);
+    std::optional<ShownHud> shown;
+    while (!shown && !deadline.hasExpired()) {
+        stage.keys().press(geany.fenceKeys);
+        shown = panels.awaitNext(QDeadlineTimer(300));
+    }
+    ASSERT_TRUE(shown);
+    EXPECT_EQ(shown->label, geany.fenceLabel);
+}
+
 } // namespace
 } // namespace orvantile::test

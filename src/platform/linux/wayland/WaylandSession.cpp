@@ -132,8 +132,13 @@ bool WaylandSession::hearsKeys() const {
 }
 
 QString WaylandSession::keySources() const {
-    return u"On Wayland, programs made with GTK 3 tell their keys themselves, over the accessibility bus. "
-           "Programs made with Qt need the helper, and those made with GTK 4 tell no keys. "_s;
+    const auto state =
+        hearsKeys() ? u"Key presses come from the programs themselves, over the accessibility bus: from "
+                      "those made with GTK 3, and from Qt programs that have loaded the helper. "_s
+                    : u"Key presses come from the programs themselves once accessibility is on. "_s;
+    return state +
+           u"Wayland tells no others: programs made with GTK 4 and Chromium are not heard, except under "
+           "XWayland. "_s;
 }
 
 void WaylandSession::drain() {
