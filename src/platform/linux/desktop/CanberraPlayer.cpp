@@ -4,8 +4,8 @@
 
 namespace orvantile::platform::desktop {
 
-void CanberraPlayer::Destroy::operator()(ca_context* context) const {
-    ca_context_destroy(context);
+void CanberraPlayer::Destroy::operator()(ca_context* destroyed) const {
+    ca_context_destroy(destroyed);
 }
 
 void CanberraPlayer::play(const QByteArray& name, const std::filesystem::path& file) {

@@ -72,7 +72,7 @@ public:
 
 private:
     struct Disconnect {
-        void operator()(xcb_connection_t* connection) const noexcept { xcb_disconnect(connection); }
+        void operator()(xcb_connection_t* open) const noexcept { xcb_disconnect(open); }
     };
 
     using Handle = std::unique_ptr<xcb_connection_t, Disconnect>;
