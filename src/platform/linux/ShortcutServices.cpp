@@ -27,6 +27,15 @@ void ShortcutServices::provide(Platform& platform) {
     platform.workspace = std::make_unique<session::LinuxWorkspace>(source, [this] { settings.open(); });
     platform.accessibility = std::make_unique<session::LinuxAccessibility>(
         source, session, menus.model(), [this] { prompt.ask(); }, [this] { return details(); });
+    awaitAccess(*platform.accessibility);
+}
+
+/// The user may give access elsewhere while the prompt is up.
+void ShortcutServices::awaitAccess(AccessibilityClient& accessibility) {
+    access = accessibility.onceTrustIsKnown([this, &accessibility] {
+        prompt.reconsider();
+        awaitAccess(accessibility);
+    });
 }
 
 PermissionPrompt::Obstacle ShortcutServices::obstacle() const {

@@ -38,6 +38,7 @@ public:
 
 private:
     [[nodiscard]] desktop::PermissionPrompt::Obstacle obstacle() const;
+    void awaitAccess(AccessibilityClient& accessibility);
     void turnOn();
 
     /// What the permission amounts to, for the user: the helper's state, and what the program used last
@@ -54,6 +55,7 @@ private:
     helper::HelperSwitch qtHelper{helper::HelperFiles(helper::HelperFiles::Places::ofUser())};
     desktop::PermissionPrompt prompt;
     desktop::AccessibilitySettings settings;
+    AccessibilityClient::TrustToken access;
     QObject context;
 };
 

@@ -66,9 +66,12 @@ ChildProcess& Stage::process(const Application& application) {
     return *applications.at(application.program);
 }
 
-void Stage::startOrvantile() {
+void Stage::startOrvantile(const QStringList& through) {
     const auto before = watcher.activeWindow();
-    product = desktop.start(QStringLiteral(ORVANTILE_EXECUTABLE));
+    auto command = through;
+    command += QStringLiteral(ORVANTILE_EXECUTABLE);
+    const auto program = command.takeFirst();
+    product = desktop.start(program, command);
     const auto preferences =
         watcher.awaitWindow(titled(u"Orvantile Preferences"_s), QDeadlineTimer(startPatience));
     watcher.close(preferences.handle);

@@ -41,8 +41,9 @@ public:
 
     [[nodiscard]] ChildProcess& process(const Application& application);
 
-    /// Starts the program itself; its preferences are closed again.
-    void startOrvantile();
+    /// Starts the program itself, behind another one that starts it where `through` names one; its
+    /// preferences are closed again.
+    void startOrvantile(const QStringList& through = {});
 
     [[nodiscard]] ChildProcess& orvantile() { return *product; }
 

@@ -100,6 +100,8 @@ TEST_F(Sources, areAvailableOnceTheFirstIs) {
     EXPECT_TRUE(sources.isAvailable());
     first->onAvailable();
     EXPECT_EQ(told, 1);
+    first->onAvailable();
+    EXPECT_EQ(told, 2) << "and again when it was lost meanwhile";
 }
 
 TEST_F(Sources, reachAsFarAsTheBestOfThem) {

@@ -65,6 +65,20 @@ TEST_F(PermissionPromptTest, saysWhatIsOffAndTurnsItOn) {
     EXPECT_EQ(dialog(), nullptr);
 }
 
+TEST_F(PermissionPromptTest, goesWhenTheObstacleHasGone) {
+    scheduler.advance(10);
+    prompt.reconsider();
+    prompt.ask();
+    scheduler.turn();
+    prompt.reconsider();
+    ASSERT_NE(dialog(), nullptr) << "nothing has changed";
+    obstacle = Obstacle::none;
+    prompt.reconsider();
+    EXPECT_EQ(dialog(), nullptr);
+    prompt.reconsider();
+    EXPECT_EQ(turnedOn, 0);
+}
+
 TEST_F(PermissionPromptTest, changesNothingWhenItIsDeclined) {
     scheduler.advance(10);
     prompt.ask();

@@ -64,9 +64,7 @@ void AccessibilityBus::openSession() {
                                   return;
                               }
                               readSwitch();
-                              if (!bus.isOpen()) {
-                                  findBus();
-                              }
+                              findBus(); // which may be another one now
                           }));
     subscriptions.push_back(
         session.subscribe("type='signal',sender='org.a11y.Bus',path='/org/a11y/bus',"
@@ -103,7 +101,7 @@ void AccessibilityBus::setEnabled(bool value) {
 }
 
 void AccessibilityBus::findBus() {
-    if (bus.isOpen() || finding) {
+    if (finding) {
         return;
     }
     auto question = session.method(service, object, "org.a11y.Bus", "GetAddress");
@@ -122,14 +120,20 @@ void AccessibilityBus::findBus() {
 }
 
 void AccessibilityBus::connectTo(const std::string& address) {
-    busAddress = address;
+    const auto former = std::exchange(busAddress, address);
     if (busAddress.empty() && fallbackAddress) {
         busAddress = fallbackAddress().value_or(std::string());
     }
-    if (bus.isOpen() || !bus.open(busAddress)) {
+    if (bus.isOpen() && (busAddress.empty() || busAddress == former)) {
+        busAddress = former;
         return;
     }
-    greet();
+    // The one that served a session bus which has ended may run on, with nobody on it.
+    bus.close();
+    lose();
+    if (bus.open(busAddress)) {
+        greet();
+    }
 }
 
 void AccessibilityBus::greet() {

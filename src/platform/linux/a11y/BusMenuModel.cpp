@@ -24,8 +24,8 @@ bool BusMenuModel::isAvailable() const {
 }
 
 void BusMenuModel::announceAvailable() {
-    if (isAvailable() && onAvailable) {
-        std::exchange(onAvailable, nullptr)();
+    if (std::exchange(announced, isAvailable()) != isAvailable() && announced && onAvailable) {
+        onAvailable();
     }
 }
 
@@ -104,6 +104,7 @@ void BusMenuModel::menuClosed() {
 }
 
 MenuAnswer BusMenuModel::commandFor(const session::ActiveWindow& window, const keys::Candidates& candidates) {
+    bus.retry();
     MenuAnswer answer;
     for (auto& [name, application] : applications) {
         if (application.process == window.processIdentifier && application.menus && !answer.command) {
@@ -137,6 +138,7 @@ void BusMenuModel::connected() {
 }
 
 void BusMenuModel::lost() {
+    announced = false;
     registration.reset();
     applications.clear();
     directory.reset();

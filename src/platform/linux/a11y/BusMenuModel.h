@@ -52,6 +52,7 @@ private:
     std::unique_ptr<ApplicationDirectory> directory;
     std::unique_ptr<EventRegistration> registration;
     std::map<std::string, Application> applications; ///< by bus name
+    bool announced = false;                          ///< that it is available
     std::int32_t followed = -1;
     std::optional<session::ActiveWindow> latestWindow;
     QTimer relaxation; ///< events are not given up for the moment between two applications

@@ -35,7 +35,7 @@ public:
     MenuModel& operator=(const MenuModel&) = delete;
     virtual ~MenuModel() = default;
 
-    /// Called once, from the main loop, when the source can be asked for the first time.
+    /// Called from the main loop when the source can be asked, be it for the first time or again.
     std::function<void()> onAvailable;
 
     /// Whether the source can be asked at this moment.

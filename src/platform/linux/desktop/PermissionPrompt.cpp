@@ -24,6 +24,12 @@ void PermissionPrompt::ask() {
     pending = scheduler.runAfter(remaining, [this] { show(); });
 }
 
+void PermissionPrompt::reconsider() {
+    if (dialog && dialog->isVisible() && actions.obstacle() == Obstacle::none) {
+        dialog->close();
+    }
+}
+
 void PermissionPrompt::show() {
     const auto obstacle = actions.obstacle();
     if (obstacle == Obstacle::none) {

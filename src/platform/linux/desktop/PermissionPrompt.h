@@ -34,6 +34,9 @@ public:
     /// moments of the program's life it waits until the bus has had time to answer.
     void ask();
 
+    /// Something has changed: takes the dialog away when there is no obstacle any more.
+    void reconsider();
+
 private:
     void show();
 

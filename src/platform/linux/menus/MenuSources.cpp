@@ -8,7 +8,7 @@ MenuSources::MenuSources(std::vector<std::unique_ptr<a11y::MenuModel>> sources_)
     : sources(std::move(sources_)) {
     sources.front()->onAvailable = [this] {
         if (onAvailable) {
-            std::exchange(onAvailable, nullptr)();
+            onAvailable();
         }
     };
 }

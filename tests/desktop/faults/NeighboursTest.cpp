@@ -1,0 +1,134 @@
+// Parts of the desktop that are stopped, or killed and started again, while the whole program runs.
+
+#include "desktop/applications/Stage.h"
+
+#include "support/QtPrinting.h"
+#include "support/desktop/SessionBusCalls.h"
+
+#include <chrono>
+#include <csignal>
+#include <gmock/gmock.h>
+#include <thread>
+
+namespace orvantile::test {
+namespace {
+
+using Qt::StringLiterals::operator""_s;
+using ::testing::ElementsAre;
+
+/// Generous on a busy machine; whatever waits for a part that hangs would take seconds.
+constexpr std::chrono::milliseconds soon{500};
+
+class Neighbours : public ::testing::Test {
+protected:
+    void SetUp() override {
+        editor = stage.start(mousepad);
+        stage.startOrvantile();
+        stage.awaitCommandsOf(mousepad);
+    }
+
+    /// Everything works, and at once.
+    void expectFullFunction() {
+        EXPECT_THAT(stage.awaitCommandsOf(mousepad), ElementsAre());
+        const auto pressed = std::chrono::steady_clock::now();
+        stage.keys().press(u"Ctrl+I"_s);
+        const auto hud = stage.huds().awaitNext();
+        ASSERT_TRUE(hud);
+        EXPECT_EQ(hud->label, u"⌃I  Increase Indent"_s);
+        EXPECT_LT(hud->time - pressed, soon);
+        EXPECT_TRUE(stage.huds().awaitHidden());
+        EXPECT_TRUE(stage.orvantile().isRunning());
+    }
+
+    [[nodiscard]] static pid_t ownerOn(const QString& address, const QString& name) {
+        return SessionBusCalls(address).ownerOf(name);
+    }
+
+    /// Stops a process for as long as everything is tried.
+    void expectFullFunctionWithout(pid_t process) {
+        ASSERT_GT(process, 0);
+        ASSERT_EQ(kill(process, SIGSTOP), 0);
+        expectFullFunction();
+        ASSERT_EQ(kill(process, SIGCONT), 0);
+        expectFullFunction();
+    }
+
+    Stage stage;
+    Window editor;
+};
+
+TEST_F(Neighbours, windowManagerIsReplaced) {
+    stage.session().stopWindowManager();
+    stage.keys().press(u"Ctrl+I"_s); // whatever is shown now, nothing hangs
+    stage.session().startWindowManager(WindowManager::xfwm4);
+    stage.windows().activate(editor.handle);
+    expectFullFunction();
+}
+
+TEST_F(Neighbours, compositorComesAndGoes) {
+    for (int time = 0; time < 2; ++time) {
+        stage.session().startCompositor();
+        expectFullFunction();
+        stage.session().stopCompositor();
+        expectFullFunction();
+    }
+}
+
+TEST_F(Neighbours, registryOfApplicationsIsKilled) {
+    const auto address = stage.session().accessibilityBusAddress();
+    const auto registry = ownerOn(address, u"org.a11y.atspi.Registry"_s);
+    ASSERT_GT(registry, 0);
+    ASSERT_EQ(kill(registry, SIGKILL), 0);
+    expectFullFunction();
+    stage.start(geany); // which starts it again
+    EXPECT_THAT(stage.awaitCommandsOf(geany), ElementsAre());
+    stage.windows().activate(editor.handle);
+    expectFullFunction();
+}
+
+TEST_F(Neighbours, registryOfApplicationsHangs) {
+    expectFullFunctionWithout(
+        ownerOn(stage.session().accessibilityBusAddress(), u"org.a11y.atspi.Registry"_s));
+}
+
+TEST_F(Neighbours, launcherOfTheAccessibilityBusHangs) {
+    expectFullFunctionWithout(ownerOn(stage.session().sessionBusAddress(), u"org.a11y.Bus"_s));
+}
+
+TEST_F(Neighbours, accessibilityBusHangs) {
+    expectFullFunctionWithout(SessionBusCalls(stage.session().accessibilityBusAddress()).daemon());
+}
+
+TEST_F(Neighbours, sessionBusHangs) {
+    expectFullFunctionWithout(SessionBusCalls(stage.session().sessionBusAddress()).daemon());
+}
+
+TEST_F(Neighbours, sessionBusIsKilledAndStartedAgain) {
+    // A program that has just been started would ask whether accessibility shall be switched on.
+    const QDeadlineTimer started(std::chrono::seconds(3));
+    while (!started.hasExpired()) {
+        expectFullFunction();
+    }
+    stage.session().stopSessionBus();
+    stage.process(mousepad).end(); // programs of this toolkit end without their bus
+    stage.session().startSessionBus();
+    stage.session().startAccessibility();
+    editor = stage.start(mousepad);
+    expectFullFunction();
+}
+
+TEST_F(Neighbours, programItselfIsStoppedForAWhileAsInASuspendedMachine) {
+    stage.keys().press(u"Ctrl+I"_s);
+    ASSERT_TRUE(stage.huds().awaitNext());
+    stage.orvantile().signal(SIGSTOP);
+    // What is pressed meanwhile was meant for another time; it may be shown, but holds nothing up.
+    stage.keys().press(u"Ctrl+I"_s);
+    std::this_thread::sleep_for(std::chrono::seconds(2)); // longer than a HUD stays
+    stage.orvantile().signal(SIGCONT);
+    EXPECT_TRUE(stage.huds().awaitHidden());
+    stage.huds().takeAll();
+    expectFullFunction();
+}
+
+} // namespace
+} // namespace orvantile::test
