@@ -195,6 +195,8 @@ bool FakeAccessibleApplication::obey(const std::string& order) {
     if (verb == "enable" || verb == "disable") {
         tree.items.at(path).enabled = verb == "enable";
         emit(path, "StateChanged", "sensitive", verb == "enable" ? 1 : 0, "i", "");
+    } else if (verb == "rename-silently") {
+        tree.items.at(path).title = object;
     } else if (verb == "rename") {
         tree.items.at(path).title = object;
         emit(path, "PropertyChange", "accessible-name", 0, "s", object);

@@ -10,8 +10,8 @@ namespace orvantile::test {
 
 /// A program on the accessibility bus that behaves as it is told. It runs in a process of its own and takes
 /// orders, one a line, from a named pipe:
-///   enable TITLE | disable TITLE | rename TITLE=TITLE | add TITLE=BINDING | retitle TITLE | dialog TITLE |
-///   quit
+///   enable TITLE | disable TITLE | rename TITLE=TITLE | rename-silently TITLE=TITLE |
+///   add TITLE=BINDING | retitle TITLE | dialog TITLE | quit
 class FakeAccessibleApplication {
 public:
     /// Joins the bus of the session. Throws std::runtime_error when that fails.

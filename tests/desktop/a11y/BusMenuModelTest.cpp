@@ -101,6 +101,29 @@ TEST_F(BusMenuModel, firesNothingOfTheWindowBehindADialog) {
     EXPECT_EQ(fired(*program, u"<Primary>n"_s), u"New");
 }
 
+TEST_F(BusMenuModel, readsTitlesAgainThatChangedUntoldBehindADialog) {
+    const auto program = startInFront();
+    ASSERT_TRUE(fires(*program, u"<Primary>n"_s, u"New"_s));
+    auto dialog = windowOf(*program, u"Offset"_s, true);
+    dialog.handle = 77;
+    model->windowActivated(dialog);
+    program->order("rename-silently New=Repeat Offset");
+    model->windowActivated(windowOf(*program));
+    EXPECT_TRUE(fires(*program, u"<Primary>n"_s, u"Repeat Offset"_s));
+}
+
+TEST_F(BusMenuModel, readsTitlesAgainThatACommandHasChangedUntold) {
+    const auto program = startInFront();
+    ASSERT_TRUE(fires(*program, u"<Primary>n"_s, u"New"_s));
+    ASSERT_TRUE(fires(*program, u"<Primary><Shift>s"_s, u"Save As…"_s));
+    program->order("rename-silently New=New Like Before");
+    ASSERT_EQ(fired(*program, u"<Primary><Shift>s"_s), u"Save As…");
+    bool read = false;
+    model->onTableComplete = [&read](std::int32_t) { read = true; };
+    ASSERT_TRUE(eventually([&read] { return read; }));
+    EXPECT_EQ(fired(*program, u"<Primary>n"_s), u"New Like Before");
+}
+
 TEST_F(BusMenuModel, learnsOfAProgramThatStartsLater) {
     const auto first = startInFront();
     ASSERT_TRUE(fires(*first, u"<Primary>n"_s, u"New"_s));

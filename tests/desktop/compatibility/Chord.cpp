@@ -29,7 +29,7 @@ constexpr auto keys = std::to_array<Key>({
     {u"space", u"space", u"␣"},
     {u"tab", u"Tab", u"⇥"},
     {u"iso_left_tab", u"Tab", u"⇥"},
-    {u"backtab", u"Tab", u"⇥"},
+    {u"backtab", u"Tab", u"⇤"},
     {u"home", u"Home", u"↖"},
     {u"end", u"End", u"↘"},
     {u"page_up", u"Page_Up", u"⇞"},

@@ -27,7 +27,7 @@ TEST_P(CompatibilityTest, namesWhatTheMenusShow) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Programs, CompatibilityTest,
-                         ::testing::Values("mousepad", "geany", "thunar", "galculator", "writer",
+                         ::testing::Values("mousepad", "geany", "gimp", "thunar", "galculator", "writer",
                                            "featherpad", "focuswriter"),
                          [](const auto& instance) { return std::string(instance.param); });
 

@@ -53,7 +53,7 @@ void writePages(const QString& path) {
 
 } // namespace
 
-Desk::Desk(const Program& program_) : program(program_), menus(scene.session(), program_.truth) {
+Desk::Desk(const Program& program_) : program(program_), menus(scene.session(), program_) {
     auto& session = scene.session();
     loadHelper(session);
     for (const auto& [name, contents] : program.files) {
@@ -119,8 +119,12 @@ void Desk::start() {
         }
     }
     if (!tryToRestore()) {
+        QStringList titles;
+        for (const auto& window : scene.windows().windows()) {
+            titles.append(window.className + u": "_s + window.title);
+        }
         throw std::runtime_error("the main window of " + program.name.toStdString() +
-                                 " does not come to rest");
+                                 " does not come to rest; there are " + titles.join(u"; "_s).toStdString());
     }
     if (program.opensMenusFirst) {
         openEachMenu();
@@ -203,8 +207,10 @@ bool Desk::tryToRestore() {
             main = *mainNow;
             return true;
         }
-        if (menusOpen || attempt % 2 == 0) {
+        if (menusOpen || attempt % 3 == 0) {
             scene.keys().press(u"Escape"_s);
+        } else if (attempt % 3 == 2) {
+            scene.keys().press(u"Return"_s); // a question that has no other way out
         } else {
             for (const auto& window : windows) {
                 if (window.handle != main.handle) {
@@ -228,6 +234,10 @@ bool Desk::tryToRestore() {
 void Desk::openEachMenu() {
     scene.keys().press(u"F10"_s);
     settle();
+    if (scene.windows().menus().empty()) {
+        scene.keys().press(u"Down"_s);
+        settle();
+    }
     for (int menu = 0; menu < 9 && !scene.windows().menus().empty(); ++menu) {
         scene.keys().press(u"Right"_s);
         settle();

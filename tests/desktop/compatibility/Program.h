@@ -34,6 +34,8 @@ struct Program {
     QStringList leaveOut{};       ///< further titles that are not to be fired
     std::vector<std::pair<QString, QByteArray>> files{}; ///< in the home directory
     std::vector<std::pair<QString, QString>> variables{};
+    std::vector<std::pair<QString, QString>>
+        declared{};                        ///< titles and keys of its menus, where it does not tell
     std::chrono::milliseconds settle{250}; ///< nothing changes on the screen for so long once it has acted
     QString note{};
 };

@@ -11,6 +11,26 @@ const auto office = u"VCL (GTK 3)"_s;
 const auto swing = u"Java Swing"_s;
 const auto bus = u"accessibility bus"_s;
 
+/// Loads the bridge to the accessibility bus into the Java machine.
+const std::pair<QString, QString> javaBridge{
+    u"JAVA_TOOL_OPTIONS"_s,
+    u"-Djavax.accessibility.assistive_technologies=org.GNOME.Accessibility.AtkWrapper "
+    "-Xbootclasspath/a:/usr/share/java/java-atk-wrapper.jar"_s};
+
+/// No greetings, and nothing from the network.
+constexpr auto browserPreferences = R"(user_pref("browser.startup.page", 0);
+user_pref("browser.aboutwelcome.enabled", false);
+user_pref("browser.shell.checkDefaultBrowser", false);
+user_pref("browser.newtabpage.enabled", false);
+user_pref("datareporting.policy.dataSubmissionEnabled", false);
+user_pref("startup.homepage_welcome_url", "");
+user_pref("startup.homepage_override_url", "");
+user_pref("browser.startup.homepage_override.mstone", "ignore");
+)";
+
+constexpr auto browserWithMenuBar =
+    R"({"chrome://browser/content/browser.xhtml":{"toolbar-menubar":{"autohide":"-moz-missing\n"}}})";
+
 Program officeProgram(const QString& name, const QString& title, const QString& prepare) {
     return {.name = name,
             .title = u"LibreOffice "_s + title,
@@ -64,9 +84,11 @@ std::vector<Program> otherPrograms() {
          .toolkit = u"Gecko"_s,
          .source = bus,
          .command = u"firefox-esr"_s,
-         .arguments = {u"--no-remote"_s, u"--new-instance"_s, u"about:blank"_s},
+         .arguments = {u"--no-remote"_s, u"--profile"_s, u"~/profile"_s, u"about:blank"_s},
          .windowClass = u"firefox-esr"_s,
          .opensMenusFirst = true,
+         .files = {{u"profile/user.js"_s, browserPreferences},
+                   {u"profile/xulstore.json"_s, browserWithMenuBar}},
          .settle = 700ms},
         {.name = u"chromium"_s,
          .title = u"Chromium"_s,
@@ -78,14 +100,27 @@ std::vector<Program> otherPrograms() {
                        u"--force-renderer-accessibility"_s, u"about:blank"_s},
          .windowClass = u"chromium"_s,
          .settle = 700ms},
-        {.name = u"jedit"_s,
-         .title = u"jEdit"_s,
-         .package = u"jedit"_s,
+        {.name = u"swing"_s,
+         .title = u"A Swing editor of the tests"_s,
+         .package = u"openjdk-17-jre"_s,
          .toolkit = swing,
          .source = bus,
-         .command = u"jedit"_s,
-         .windowClass = u"org-gjt-sp-jedit-jEdit"_s,
-         .settle = 500ms},
+         .command = u"java"_s,
+         .arguments = {QStringLiteral(ORVANTILE_SWING_PROGRAM)},
+         .windowClass = u"com-sun-tools-javac-launcher-Main"_s,
+         .variables = {javaBridge},
+         .declared = {{u"New"_s, u"Ctrl+N"_s},
+                      {u"Save"_s, u"Ctrl+S"_s},
+                      {u"Save As…"_s, u"Ctrl+Shift+S"_s},
+                      {u"Duplicate Line"_s, u"Ctrl+D"_s},
+                      {u"Find…"_s, u"Ctrl+F"_s},
+                      {u"Find Next"_s, u"F3"_s},
+                      {u"Insert Date"_s, u"Ctrl+Alt+T"_s},
+                      {u"Wrap Lines"_s, u"Alt+Shift+W"_s},
+                      {u"Next Page"_s, u"Ctrl+PgDown"_s},
+                      {u"Refresh"_s, u"F5"_s}},
+         .settle = 500ms,
+         .note = u"The bridge is not on by default; it is switched on here."_s},
         {.name = u"gpsprune"_s,
          .title = u"GpsPrune"_s,
          .package = u"gpsprune"_s,
@@ -93,6 +128,7 @@ std::vector<Program> otherPrograms() {
          .source = bus,
          .command = u"gpsprune"_s,
          .windowClass = u"tim-prune-GpsPrune"_s,
+         .variables = {javaBridge},
          .settle = 500ms},
     };
 }

@@ -106,7 +106,14 @@ std::vector<Program> qtPrograms() {
          .source = helper,
          .truth = inside,
          .command = u"/usr/lib/qt6/bin/designer"_s,
-         .windowClass = u"designer"_s},
+         .arguments = {u"~/form.ui"_s},
+         .windowClass = u"designer"_s,
+         .files =
+             {{u"form.ui"_s,
+               "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<ui version=\"4.0\"><class>Form</class>"
+               "<widget class=\"QWidget\" name=\"Form\"><property name=\"geometry\"><rect><x>0</x><y>0</y>"
+               "<width>200</width><height>100</height></rect></property>"
+               "<widget class=\"QPushButton\" name=\"button\"/></widget></ui>\n"}}},
         {.name = u"linguist"_s,
          .title = u"Qt Linguist"_s,
          .package = u"linguist-qt6"_s,

@@ -90,34 +90,35 @@ void Survey::thinOut() {
     }
 }
 
-Survey::Candidate* Survey::fence() {
-    const auto usable = [this](const Candidate& candidate) {
-        const auto now = desk.truth().again(desk.mainWindow(), candidate.keys);
-        return !reasonToSkip(program, candidate.chord, candidate.title) &&
-               std::ranges::any_of(now, &MenuEntry::enabled);
+/// Some that are enabled now, the least harmful first.
+std::vector<Survey::Candidate> Survey::fences() {
+    constexpr std::size_t most = 4;
+    std::vector<Candidate> found;
+    const auto take = [&](const Candidate& candidate) {
+        if (found.size() < most && candidate.chord.label.size() > 1 &&
+            !reasonToSkip(program, candidate.chord, candidate.title) &&
+            std::ranges::any_of(desk.truth().again(desk.mainWindow(), candidate.keys), &MenuEntry::enabled)) {
+            found.push_back(candidate);
+        }
     };
     for (const auto& preferred : {lastRight, u"⌃A"_s}) {
-        const auto found = std::ranges::find_if(candidates, [&](const Candidate& candidate) {
-            return candidate.chord.label == preferred && usable(candidate);
-        });
-        if (found != candidates.end()) {
-            return &*found;
+        const auto known =
+            std::ranges::find(candidates, preferred, [](const auto& each) { return each.chord.label; });
+        if (known != candidates.end()) {
+            take(*known);
         }
     }
-    const auto found = std::ranges::find_if(candidates, usable);
-    return found == candidates.end() ? nullptr : &*found;
+    std::ranges::for_each(candidates, take);
+    return found;
 }
 
 /// The program under test reads the menus of an application when that comes to the front; until then nothing
 /// can be named.
 void Survey::awaitNames() {
     const QDeadlineTimer limit(named ? namesPatience : std::chrono::seconds(3));
-    while (!limit.hasExpired()) {
-        auto* candidate = fence();
-        if (candidate == nullptr) {
-            return;
-        }
-        const auto shown = press(candidate->chord, 700ms);
+    const auto tried = fences();
+    for (std::size_t attempt = 0; !tried.empty() && !limit.hasExpired(); ++attempt) {
+        const auto shown = press(tried[attempt % tried.size()].chord, 700ms);
         if (desk.restore()) {
             learnMenus();
         }
@@ -127,7 +128,7 @@ void Survey::awaitNames() {
             return;
         }
     }
-    named = false;
+    named = named && tried.empty();
 }
 
 void Survey::fireAll() {
@@ -158,6 +159,9 @@ void Survey::fireDisabledOnceMore() {
         const auto second = fireNow(again);
         if (second.verdict != Verdict::quiet) {
             report.outcomes[index] = second;
+            if (options.progress) {
+                options.progress(second);
+            }
         }
     }
 }
@@ -174,6 +178,8 @@ void Survey::fire(Candidate& given) {
     };
     if (const auto reason = reasonToSkip(program, candidate.chord, candidate.title)) {
         skip(*reason);
+    } else if (isPressedWithShift(candidate.chord)) {
+        skip(u"the keyboard gives the same keys for another with Shift"_s);
     } else if (deadline.hasExpired()) {
         skip(u"no time left"_s);
     } else if (!named && report.count(Verdict::missed) >= enoughMisses) {
@@ -181,6 +187,18 @@ void Survey::fire(Candidate& given) {
     } else {
         record(fireNow(candidate));
     }
+}
+
+/// Whether there is another shortcut that differs by Shift alone, which its character needs anyway.
+bool Survey::isPressedWithShift(const Chord& chord) const {
+    constexpr QStringView shifted = u"~!@#$%^&*()_+{}|:\"<>?";
+    if (!shifted.contains(chord.label.back()) || chord.label.contains(u'⇧')) {
+        return false;
+    }
+    auto withShift = chord.label;
+    withShift.insert(withShift.size() - 1, u'⇧');
+    return std::ranges::any_of(
+        candidates, [&](const Candidate& candidate) { return candidate.chord.label == withShift; });
 }
 
 Outcome Survey::fireNow(const Candidate& candidate) {
@@ -198,17 +216,18 @@ Outcome Survey::fireNow(const Candidate& candidate) {
         const auto shown = press(candidate.chord, expected ? waitForName : waitForNothing);
         if (desk.knowsTriggered()) {
             commands = desk.truth().triggered();
-            if (commands.empty() && !shown.isEmpty()) {
-                desk.settle(); // it may be in the middle of it
-                commands = desk.truth().triggered();
-            }
+        }
+        const bool late = desk.knowsTriggered() && commands.empty() && !shown.isEmpty();
+        backToRest();
+        if (late) {
+            commands = desk.truth().triggered(); // what it does first may have waited for an answer
+        }
+        if (desk.knowsTriggered()) {
             for (auto& command : commands) {
                 command.enabled = true; // it may have disabled itself
             }
         }
-        const auto outcome = judge(candidate, commands, shown);
-        backToRest();
-        return outcome;
+        return judge(candidate, commands, shown);
     } catch (const std::runtime_error&) {
         desk.start();
         learnMenus();

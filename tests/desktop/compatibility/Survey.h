@@ -35,10 +35,11 @@ private:
     void learnMenus();
     void thinOut();
     void awaitNames();
-    [[nodiscard]] Candidate* fence();
+    [[nodiscard]] std::vector<Candidate> fences();
     void fireAll();
     void fireDisabledOnceMore();
     void fire(Candidate& candidate);
+    [[nodiscard]] bool isPressedWithShift(const Chord& chord) const;
     [[nodiscard]] Outcome fireNow(const Candidate& candidate);
     void fireKeysWithoutCommand();
     [[nodiscard]] Outcome judge(const Candidate& candidate, const std::vector<MenuEntry>& commands,

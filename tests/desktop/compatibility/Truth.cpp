@@ -49,9 +49,10 @@ FileDescriptor connected(const QString& path) {
 
 } // namespace
 
-Truth::Truth(PrivateSession& session_, TruthSource source_)
+Truth::Truth(PrivateSession& session_, const Program& program)
     : session(session_),
-      source(source_),
+      source(program.truth),
+      declared(program.declared),
       folder(session.home() + u"/.truth"_s) {
     QDir().mkpath(folder);
 }
@@ -75,14 +76,25 @@ void Truth::leaveEnvironment() {
     }
 }
 
+std::vector<MenuEntry> Truth::declaredEntries() const {
+    std::vector<MenuEntry> entries;
+    for (const auto& [title, keys] : declared) {
+        entries.push_back({title, keys, {}, true});
+    }
+    return entries;
+}
+
 std::vector<MenuEntry> Truth::read(const Window& window) {
+    if (!declared.empty()) {
+        return declaredEntries();
+    }
     connectTo(window);
     return entriesOf(
         ask({{u"ask"_s, u"read"_s}, {u"process"_s, window.process}, {u"title"_s, window.title}}));
 }
 
 std::vector<MenuEntry> Truth::again(const Window& window, const QString& keys) {
-    if (source == TruthSource::accessibilityBus) {
+    if (source == TruthSource::accessibilityBus && declared.empty()) {
         return entriesOf(ask({{u"ask"_s, u"again"_s}, {u"keys"_s, keys}}));
     }
     auto entries = read(window);

@@ -24,7 +24,7 @@ struct MenuEntry {
 class Truth {
 public:
     /// To be made before the program is started.
-    Truth(PrivateSession& session, TruthSource source);
+    Truth(PrivateSession& session, const Program& program);
     ~Truth();
 
     /// Environment of the program alone, set and taken back around its start.
@@ -47,12 +47,14 @@ public:
     void disconnect();
 
 private:
+    [[nodiscard]] std::vector<MenuEntry> declaredEntries() const;
     void connectTo(const Window& window);
     QJsonObject ask(const QJsonObject& request);
     [[nodiscard]] std::vector<MenuEntry> entriesOf(const QJsonObject& answer) const;
 
     PrivateSession& session;
     TruthSource source;
+    std::vector<std::pair<QString, QString>> declared;
     QString folder;
     std::unique_ptr<ChildProcess> reader;
     FileDescriptor client;

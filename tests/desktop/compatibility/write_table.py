@@ -29,6 +29,7 @@ page is written from [the results](../tests/desktop/compatibility/results), one 
   belongs to the window manager. The result files say which and why.
 - **Off**: the command was disabled, or the program did not act on the key; nothing was shown, as it should be.
 - **Fired**: the others. They are **right**, **wrong** (another text than in the menu) or **missed** (nothing shown).
+- **Without keys that type** leaves out the missed shortcuts that are plain characters, such as the tool keys of GIMP.
 - **False**: something was shown though nothing was there to fire. Five key combinations that no menu has are pressed in
   each program for this as well.
 
@@ -61,8 +62,18 @@ class Result:
     def off(self):
         return sum(1 for outcome in self.outcomes if outcome[0] == "quiet" and outcome[2] != "(in no menu)")
 
+    def typing(self):
+        """How many missed shortcuts are keys that type text."""
+        return sum(1 for kind, keys, *_ in self.outcomes if kind == "missed" and types_text(keys))
+
     def fired(self):
         return self.count(*FIRED)
+
+
+def types_text(keys):
+    """Whether the keys type a character: no Control, Alt or Super, and no function or navigation key."""
+    key = keys.removeprefix("⇧")
+    return len(key) == 1 and key not in "⌫⌦⏎⌅⎋⇥⇤↖↘⇞⇟←→↑↓"
 
 
 def read_reasons(path):
@@ -83,14 +94,14 @@ def row(cells):
 
 
 def summary(results):
-    lines = [row(("Programs", "Fired", "Right", "Wrong", "Missed", "False", "Named right")),
-             "|---|--:|--:|--:|--:|--:|--:|"]
+    lines = [row(("Programs", "Fired", "Right", "Wrong", "Missed", "False", "Named right", "Without keys that type")),
+             "|---|--:|--:|--:|--:|--:|--:|--:|"]
 
     def add(title, members):
         fired, right = sum(r.fired() for r in members), sum(r.count("right") for r in members)
         lines.append(row((title, fired, right, sum(r.count("wrong") for r in members),
                           sum(r.count("missed") for r in members), sum(r.count("false") for r in members),
-                          percent(right, fired))))
+                          percent(right, fired), percent(right, fired - sum(r.typing() for r in members)))))
 
     for title, toolkits in GROUPS:
         members = [result for result in results if result.field("toolkit") in toolkits]
@@ -115,16 +126,23 @@ def table(results):
 def faults(results, reasons):
     lines = [row(("Program", "Keys", "Menu shows", "HUD showed", "Reason")), "|---|---|---|---|---|"]
     complete = True
+    typed = {}
     for result in results:
         for kind, keys, title, shown, _ in result.outcomes:
             if kind not in ("wrong", "missed", "false"):
                 continue
             reason = reasons.get((result.name, keys)) or reasons.get((result.name, "*"))
+            if kind == "missed" and types_text(keys):
+                typed.setdefault(result.field("program"), []).append(f"{keys} {title}")
+                continue
             if reason is None:
                 print(f"no reason: {result.name}\t{keys}\t{title}\t{shown}", file=sys.stderr)
                 complete = False
             lines.append(row((result.field("program"), keys, title, shown or "nothing", reason or "?")))
-    return (lines if len(lines) > 2 else ["None."]), complete
+    if typed:
+        lines += ["", "These keys type text, and what types text is never looked up, so that nothing typed is:", ""]
+        lines += [f"- {program}: {', '.join(commands)}" for program, commands in typed.items()]
+    return lines, complete
 
 
 def main():

@@ -16,6 +16,9 @@ constexpr std::size_t mostToplevels = 64;
 constexpr std::size_t mostWindows = 256;
 constexpr std::size_t mostContainers = 2'000;
 
+/// An office suite has a few hundred items with keys.
+constexpr std::size_t mostReadAgain = 600;
+
 /// Menus that are being filled change many times in a row.
 constexpr std::chrono::milliseconds settling{120};
 
@@ -78,7 +81,10 @@ ApplicationMenus::ApplicationMenus(BusConnection& bus_, std::string name_)
             reader.readWindow(toplevel.path);
         }
     });
-    QObject::connect(&rereadFired, &QTimer::timeout, &rereadFired, [this] { reader.readItem(fired); });
+    QObject::connect(&rereadFired, &QTimer::timeout, &rereadFired, [this] {
+        reader.readItem(fired);
+        readTitlesAgain();
+    });
 }
 
 void ApplicationMenus::follow() {
@@ -112,6 +118,13 @@ void ApplicationMenus::readEverything() {
     if (std::exchange(everRead, true)) {
         reader.refreshAccelerated();
         readWindowsLater();
+    }
+}
+
+/// Commands and dialogs change titles ("Undo Paste"), and not every toolkit tells.
+void ApplicationMenus::readTitlesAgain() {
+    if (table.acceleratedCount() <= mostReadAgain) {
+        reader.refreshAccelerated();
     }
 }
 
@@ -204,7 +217,11 @@ void ApplicationMenus::listed(const std::shared_ptr<Listing>& listing) {
 
 void ApplicationMenus::windowActivated(const session::ActiveWindow& window) {
     const bool same = latestWindow == window;
+    const bool another = latestWindow && latestWindow->handle != window.handle;
     latestWindow = window;
+    if (another && !window.dialog) {
+        readTitlesAgain();
+    }
     if (toplevelOf(window) == nullptr || !same) {
         readToplevels();
     }

@@ -48,6 +48,7 @@ private:
     void readToplevel(const std::shared_ptr<Listing>& listing, std::size_t index);
     void listed(const std::shared_ptr<Listing>& listing);
     void readEverything();
+    void readTitlesAgain();
     void readWindowsLater();
 
     /// A shortcut came while nothing is known of the window it went to: perhaps it was read too early, when

@@ -26,8 +26,8 @@ MENUS = {33, 34, 41}
 ITEMS = {8, 35, 45, 59}
 ACTIVE, ENABLED, SENSITIVE = 1, 8, 24
 # What never has the menu bar below it, and may have thousands of other things there: canvas, icon, list, status bar,
-# table, terminal, text, tool bar, tree, tree table, documents.
-CONTENTS = {6, 26, 31, 54, 55, 60, 61, 63, 65, 66, 82, 92, 93, 94, 95}
+# table, terminal, text, tree, tree table, documents.
+CONTENTS = {6, 26, 31, 54, 55, 60, 61, 65, 66, 82, 92, 93, 94, 95}
 DEEPEST = 14
 MOST_ITEMS = 4000
 MOST_CHILDREN = 500
@@ -88,7 +88,8 @@ class Accessible:
         # mnemonic where it has no name for the keys; but its titles and states are those of now.
         path = fields[1].rsplit(">", 1)[-1]
         self.copied = len(path) > 1 and ":" not in path
-        return "" if self.copied and fields[2] == fields[0] else fields[2]
+        key = fields[2].rsplit(">", 1)[-1].lower()
+        return "" if self.copied and key == fields[0].lower() else fields[2]
 
     def describe(self, menu):
         keys = self.keys()
