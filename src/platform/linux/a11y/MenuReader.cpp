@@ -172,7 +172,7 @@ void MenuReader::readOn(PendingList& pending) {
     const int depth = pending.depth;
     const bool itemsOnly = pending.itemsOnly;
     const auto references = pending.list.next(slice);
-    const bool ended = pending.list.atEnd() || table.isFull() || scan->visited.size() >= MenuTable::capacity;
+    const bool ended = pending.list.atEnd() || scan->visited.size() >= MenuTable::capacity;
     if (ended) {
         lists.pop_front();
     }
