@@ -80,4 +80,29 @@ QStringList SessionBusCalls::connectionsOf(pid_t process) const {
     return names;
 }
 
+std::size_t SessionBusCalls::matchRules(const QString& connection) const {
+    sd_bus_message* reply = nullptr;
+    const int result = sd_bus_call_method(bus.get(), "org.freedesktop.DBus", "/org/freedesktop/DBus",
+                                          "org.freedesktop.DBus.Debug.Stats", "GetConnectionStats", nullptr,
+                                          &reply, "s", connection.toUtf8().constData());
+    const Message owned(reply);
+    if (result < 0 || sd_bus_message_enter_container(reply, 'a', "{sv}") <= 0) {
+        return 0;
+    }
+    while (sd_bus_message_enter_container(reply, 'e', "sv") > 0) {
+        const char* name = nullptr;
+        std::uint32_t value = 0;
+        if (sd_bus_message_read(reply, "s", &name) <= 0) {
+            return 0;
+        }
+        if (QLatin1StringView(name) == QLatin1StringView("MatchRules")) {
+            return sd_bus_message_read(reply, "v", "u", &value) > 0 ? value : 0;
+        }
+        if (sd_bus_message_skip(reply, "v") < 0 || sd_bus_message_exit_container(reply) < 0) {
+            return 0;
+        }
+    }
+    return 0;
+}
+
 } // namespace orvantile::test

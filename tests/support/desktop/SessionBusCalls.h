@@ -2,6 +2,7 @@
 
 #include <QString>
 #include <QStringList>
+#include <cstddef>
 #include <memory>
 #include <sys/types.h>
 #include <systemd/sd-bus.h>
@@ -28,6 +29,9 @@ public:
 
     /// The unique names of the connections that a process has to the bus.
     [[nodiscard]] QStringList connectionsOf(pid_t process) const;
+
+    /// How many match rules the bus keeps for a connection; 0 when it does not tell.
+    [[nodiscard]] std::size_t matchRules(const QString& connection) const;
 
     /// The process of the bus itself.
     [[nodiscard]] pid_t daemon() const { return ownerOf(QStringLiteral("org.freedesktop.DBus")); }
