@@ -110,21 +110,17 @@ void Desk::start() {
         settle();
         scene.keys().press(keys);
     }
-    settle();
     // A greeting may have come before the main window, or instead of it.
-    for (const auto& window : scene.windows().windows()) {
-        const auto area = [](const Window& each) { return each.frame.width() * each.frame.height(); };
-        if (isMain(window) && area(window) > area(main)) {
-            main = window;
+    for (int attempt = 0; !chooseMain(isMain) || !tryToRestore(); ++attempt) {
+        if (attempt == 3) {
+            QStringList titles;
+            for (const auto& window : scene.windows().windows()) {
+                titles.append(window.className + u": "_s + window.title);
+            }
+            throw std::runtime_error("the main window of " + program.name.toStdString() +
+                                     " does not come to rest; there are " +
+                                     titles.join(u"; "_s).toStdString());
         }
-    }
-    if (!tryToRestore()) {
-        QStringList titles;
-        for (const auto& window : scene.windows().windows()) {
-            titles.append(window.className + u": "_s + window.title);
-        }
-        throw std::runtime_error("the main window of " + program.name.toStdString() +
-                                 " does not come to rest; there are " + titles.join(u"; "_s).toStdString());
     }
     if (program.opensMenusFirst) {
         openEachMenu();
@@ -133,6 +129,19 @@ void Desk::start() {
         scene.keys().type(program.prepare);
         settle();
     }
+}
+
+/// Takes the largest window of the application.
+bool Desk::chooseMain(const WindowWatcher::Predicate& fits) {
+    settle();
+    const auto area = [](const Window& each) { return each.frame.width() * each.frame.height(); };
+    main = {};
+    for (const auto& window : scene.windows().windows()) {
+        if (fits(window) && (main.handle == XCB_NONE || area(window) > area(main))) {
+            main = window;
+        }
+    }
+    return main.handle != XCB_NONE;
 }
 
 bool Desk::restore() {

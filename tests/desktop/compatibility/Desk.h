@@ -46,6 +46,7 @@ private:
     using Picture = std::vector<xcb_window_t>;
 
     [[nodiscard]] Picture look() const;
+    [[nodiscard]] bool chooseMain(const WindowWatcher::Predicate& fits);
     [[nodiscard]] bool hasPopup() const;
     [[nodiscard]] bool tryToRestore();
     void openEachMenu();

@@ -35,7 +35,8 @@ struct Program {
     std::vector<std::pair<QString, QByteArray>> files{}; ///< in the home directory
     std::vector<std::pair<QString, QString>> variables{};
     std::vector<std::pair<QString, QString>>
-        declared{};                        ///< titles and keys of its menus, where it does not tell
+        declared{};                                ///< titles and keys of its menus, where it does not tell
+    std::pair<QString, QString> shortcutsWindow{}; ///< file and resource, where a window lists the shortcuts
     std::chrono::milliseconds settle{250}; ///< nothing changes on the screen for so long once it has acted
     QString note{};
 };

@@ -25,7 +25,10 @@ void writeReport(const QString& path, const Program& program, const Report& repo
     add({u"package"_s, program.package, versionOf(program.package)});
     add({u"toolkit"_s, program.toolkit});
     add({u"source"_s, program.source});
-    add({u"truth"_s, program.truth == TruthSource::insideQt ? u"plugin"_s : u"accessibility"_s});
+    add({u"truth"_s, program.truth == TruthSource::insideQt     ? u"plugin"_s
+                     : !program.shortcutsWindow.first.isEmpty() ? u"shortcuts window"_s
+                     : !program.declared.empty()                ? u"its source"_s
+                                                                : u"accessibility"_s});
     if (!program.note.isEmpty()) {
         add({u"note"_s, program.note});
     }

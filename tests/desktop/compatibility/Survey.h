@@ -39,6 +39,7 @@ private:
     void fireAll();
     void fireDisabledOnceMore();
     void fire(Candidate& candidate);
+    [[nodiscard]] Outcome fireTwiceIfMissed(const Candidate& candidate);
     [[nodiscard]] bool isPressedWithShift(const Chord& chord) const;
     [[nodiscard]] Outcome fireNow(const Candidate& candidate);
     void fireKeysWithoutCommand();

@@ -55,6 +55,9 @@ Truth::Truth(PrivateSession& session_, const Program& program)
       declared(program.declared),
       folder(session.home() + u"/.truth"_s) {
     QDir().mkpath(folder);
+    if (const auto& [file, resource] = program.shortcutsWindow; !file.isEmpty()) {
+        readShortcutsWindow(file, resource);
+    }
 }
 
 Truth::~Truth() = default;
@@ -73,6 +76,19 @@ void Truth::enterEnvironment() {
 void Truth::leaveEnvironment() {
     if (source == TruthSource::insideQt) {
         session.setVariable(u"QT_QPA_GENERIC_PLUGINS"_s, u"orvantile"_s);
+    }
+}
+
+void Truth::readShortcutsWindow(const QString& file, const QString& resource) {
+    const auto lister =
+        session.start(u"/usr/bin/python3"_s,
+                      {QStringLiteral(ORVANTILE_TRUTH_FOLDER) + u"/shortcuts_window.py"_s, file, resource});
+    for (const auto& entry : QJsonDocument::fromJson(lister->awaitLine().value_or(QByteArray())).array()) {
+        declared.emplace_back(entry[u"title"_s].toString(), entry[u"keys"_s].toString());
+    }
+    if (declared.empty()) {
+        throw std::runtime_error("no window of shortcuts in " + file.toStdString() + ": " +
+                                 lister->standardError().toStdString());
     }
 }
 
@@ -121,7 +137,8 @@ void Truth::connectTo(const Window& window) {
     }
     const QString path = folder + u"/reader"_s;
     QFile::remove(path);
-    reader = session.start(u"/usr/bin/python3"_s, {QStringLiteral(ORVANTILE_TRUTH_READER), path});
+    reader = session.start(u"/usr/bin/python3"_s,
+                           {QStringLiteral(ORVANTILE_TRUTH_FOLDER) + u"/accessible_menus.py"_s, path});
     client = connected(path);
 }
 

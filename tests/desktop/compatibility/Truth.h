@@ -48,6 +48,7 @@ public:
 
 private:
     [[nodiscard]] std::vector<MenuEntry> declaredEntries() const;
+    void readShortcutsWindow(const QString& file, const QString& resource);
     void connectTo(const Window& window);
     QJsonObject ask(const QJsonObject& request);
     [[nodiscard]] std::vector<MenuEntry> entriesOf(const QJsonObject& answer) const;

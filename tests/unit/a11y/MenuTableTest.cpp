@@ -47,6 +47,18 @@ TEST_F(Table, passesOverDisabledItemsForAnEnabledOne) {
     EXPECT_EQ(fired(), u"(none)");
 }
 
+TEST_F(Table, knowsThatADisabledItemIsNotWhenItsCopyIsEnabled) {
+    add("/1", u"Navigator"_s, false);
+    auto& copy = *table.insert("/2", "/window");
+    copy.title = u"Navigator"_s;
+    copy.enabled = true;
+    EXPECT_EQ(fired(), u"(none)") << "any other of that title";
+    copy.copy = true;
+    EXPECT_EQ(fired(), u"Navigator");
+    copy.enabled = false;
+    EXPECT_EQ(fired(), u"(none)");
+}
+
 TEST_F(Table, prefersWhatWasFoundFirst) {
     add("/9", u"First"_s, true);
     add("/1", u"Second"_s, true);

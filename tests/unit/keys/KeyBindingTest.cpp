@@ -91,5 +91,14 @@ TEST(Accelerator, standsAlone) {
     EXPECT_THAT(parseAccelerator(u"<"), Optional(Eq(Accelerator{{}, XKB_KEY_less})));
 }
 
+TEST(KeyBinding, knowsWhereTheMnemonicStandsForTheKeys) {
+    EXPECT_TRUE(hidesAccelerator(u"x;<Alt>tx;<Control>x"));
+    EXPECT_TRUE(hidesAccelerator(u"v;<Alt>vv;v"));
+    EXPECT_FALSE(hidesAccelerator(u"u;<Alt>eu;<Control>z"));
+    EXPECT_FALSE(hidesAccelerator(u"x;<Alt>t:x;<Control>x"));
+    EXPECT_FALSE(hidesAccelerator(u"x;<Alt>tx;"));
+    EXPECT_FALSE(hidesAccelerator(u""));
+}
+
 } // namespace
 } // namespace orvantile::platform::keys

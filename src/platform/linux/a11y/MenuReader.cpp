@@ -211,8 +211,9 @@ void MenuReader::readItem(const std::string& path) {
                       // Some toolkits tell no binding while an item is disabled; the last one holds then.
                       if (item != nullptr && binding && !binding->isEmpty()) {
                           table.setAccelerator(*item, keys::parseKeyBinding(*binding));
+                          item->copy = keys::hidesAccelerator(*binding);
                       }
-                      if (item != nullptr && item->accelerator) {
+                      if (item != nullptr && (item->accelerator || item->copy)) {
                           readDetails(path);
                       }
                   }});

@@ -35,14 +35,26 @@ void MenuTable::setAccelerator(MenuItem& item, std::optional<keys::Accelerator> 
 }
 
 const MenuItem* MenuTable::command(const std::string& toplevel, const keys::Accelerator& accelerator) const {
+    const MenuItem* disabled = nullptr;
     for (auto entry = byAccelerator.lower_bound({accelerator, 0});
          entry != byAccelerator.end() && entry->first.first == accelerator; ++entry) {
         const MenuItem& item = *entry->second;
-        if (item.enabled && !item.title.isEmpty() && item.toplevel == toplevel) {
+        if (item.title.isEmpty() || item.toplevel != toplevel) {
+            continue;
+        }
+        if (item.enabled) {
             return &item;
         }
+        disabled = disabled == nullptr ? &item : disabled;
     }
-    return nullptr;
+    return disabled != nullptr && hasEnabledCopy(*disabled) ? disabled : nullptr;
+}
+
+bool MenuTable::hasEnabledCopy(const MenuItem& item) const {
+    return std::ranges::any_of(items, [&](const auto& entry) {
+        const auto& other = entry.second;
+        return other.copy && other.enabled && other.title == item.title && other.toplevel == item.toplevel;
+    });
 }
 
 bool MenuTable::hasAccelerators(const std::string& toplevel) const {

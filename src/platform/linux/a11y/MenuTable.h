@@ -22,6 +22,7 @@ struct MenuItem {
     std::optional<keys::Accelerator> accelerator;
     QString title; ///< trimmed
     bool enabled = false;
+    bool copy = false;       ///< of an item of the same title, with its state of now but without its keys
     std::uint64_t seen = 0;  ///< the reading that found it last
     std::uint64_t order = 0; ///< later ones have higher numbers
 };
@@ -40,7 +41,7 @@ public:
     void setAccelerator(MenuItem& item, std::optional<keys::Accelerator> accelerator);
 
     /// The enabled, named item of the window that `accelerator` fires; the one found first when there are
-    /// several. Null when there is none.
+    /// several, or else one of which a copy is enabled. Null when there is none.
     [[nodiscard]] const MenuItem* command(const std::string& toplevel,
                                           const keys::Accelerator& accelerator) const;
 
@@ -67,6 +68,7 @@ private:
     /// Many items may have one accelerator; each entry can still be found at once.
     using Key = std::pair<keys::Accelerator, std::uint64_t>;
 
+    [[nodiscard]] bool hasEnabledCopy(const MenuItem& item) const;
     void unlink(const MenuItem& item);
     void removeIf(const std::function<bool(const MenuItem&)>& matches);
 

@@ -83,6 +83,33 @@ bool lacksSeparators(QStringView path) {
     return keys.size() > 1 && !keys.contains(u':');
 }
 
+struct Fields {
+    QStringView mnemonic;
+    QStringView path;
+    QStringView keys;
+};
+
+std::optional<Fields> fieldsOf(QStringView binding) {
+    if (binding.size() > longestBinding) {
+        return std::nullopt;
+    }
+    const auto first = binding.indexOf(u';');
+    const auto second = first < 0 ? -1 : binding.indexOf(u';', first + 1);
+    if (second < 0) {
+        return std::nullopt;
+    }
+    return Fields{binding.first(first), binding.sliced(first + 1, second - first - 1),
+                  binding.sliced(second + 1)};
+}
+
+bool hidesAccelerator(const Fields& fields) {
+    if (!lacksSeparators(fields.path)) {
+        return false;
+    }
+    const auto parsed = parseAccelerator(fields.keys);
+    return parsed && parsed->symbol == xkb_keysym_to_lower(symbolNamed(fields.mnemonic));
+}
+
 } // namespace
 
 std::optional<Accelerator> parseAccelerator(QStringView text) {
@@ -107,24 +134,13 @@ std::optional<Accelerator> parseAccelerator(QStringView text) {
 }
 
 std::optional<Accelerator> parseKeyBinding(QStringView binding) {
-    if (binding.size() > longestBinding) {
-        return std::nullopt;
-    }
-    const auto first = binding.indexOf(u';');
-    const auto second = first < 0 ? -1 : binding.indexOf(u';', first + 1);
-    if (second < 0) {
-        return std::nullopt;
-    }
-    const auto mnemonic = binding.first(first);
-    const auto path = binding.sliced(first + 1, second - first - 1);
-    const auto keys = binding.sliced(second + 1);
+    const auto fields = fieldsOf(binding);
+    return fields && !hidesAccelerator(*fields) ? parseAccelerator(fields->keys) : std::nullopt;
+}
 
-    const auto parsed = parseAccelerator(keys);
-    // LibreOffice's own menus write the mnemonic where they have no name for the key.
-    if (parsed && lacksSeparators(path) && parsed->symbol == xkb_keysym_to_lower(symbolNamed(mnemonic))) {
-        return std::nullopt;
-    }
-    return parsed;
+bool hidesAccelerator(QStringView binding) {
+    const auto fields = fieldsOf(binding);
+    return fields && hidesAccelerator(*fields);
 }
 
 } // namespace orvantile::platform::keys

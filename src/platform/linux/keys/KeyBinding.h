@@ -12,6 +12,10 @@ namespace orvantile::platform::keys {
 /// or when the text says nothing that can be relied on.
 [[nodiscard]] std::optional<Accelerator> parseKeyBinding(QStringView binding);
 
+/// Whether the binding repeats the mnemonic in the place of keys that it has no name for, as LibreOffice's
+/// own menus do.
+[[nodiscard]] bool hidesAccelerator(QStringView binding);
+
 /// The accelerator alone: modifier names in angle brackets, then a key symbol's name or the character it
 /// types ("<Shift><Control>F5", "<Primary>plus", "<Control>+"), or the same joined by plus signs
 /// ("Strg+Umschalt+S").
