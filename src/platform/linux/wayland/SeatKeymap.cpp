@@ -78,13 +78,14 @@ void SeatKeymap::load(const std::string& text) {
                                    XKB_KEYMAP_FORMAT_TEXT_V1, XKB_KEYMAP_COMPILE_NO_FLAGS));
     if (fresh != nullptr) {
         keymap = std::move(fresh);
+        ++loads;
     }
 }
 
 keys::Candidates SeatKeymap::candidates(keys::KeySymbol symbol, std::uint32_t code,
                                         std::uint32_t modifiers) const {
     if (keymap != nullptr) {
-        const std::unique_ptr<xkb_state, Unreference<xkb_state_unref>> state(xkb_state_new(keymap.get()));
+        const auto state = makeState();
         for (xkb_layout_index_t layout = 0; layout < xkb_keymap_num_layouts_for_key(keymap.get(), code);
              ++layout) {
             xkb_state_update_mask(state.get(), modifiers, 0, 0, 0, 0, layout);

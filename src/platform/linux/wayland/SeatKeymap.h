@@ -27,6 +27,18 @@ public:
     [[nodiscard]] keys::Candidates candidates(keys::KeySymbol symbol, std::uint32_t code,
                                               std::uint32_t modifiers) const;
 
+    /// Which keys are held down, of a keyboard with this keymap.
+    struct ReleaseState {
+        void operator()(xkb_state* state) const { xkb_state_unref(state); }
+    };
+
+    using State = std::unique_ptr<xkb_state, ReleaseState>;
+
+    /// Null while there is no keymap. It does not follow changes: `edition` tells of them.
+    [[nodiscard]] State makeState() const { return State(keymap ? xkb_state_new(keymap.get()) : nullptr); }
+
+    [[nodiscard]] std::uint64_t edition() const { return loads; }
+
 private:
     template <auto unreference>
     struct Unreference {
@@ -38,6 +50,7 @@ private:
 
     std::unique_ptr<xkb_context, Unreference<xkb_context_unref>> context;
     std::unique_ptr<xkb_keymap, Unreference<xkb_keymap_unref>> keymap;
+    std::uint64_t loads = 0;
     wl_seat* seat = nullptr; ///< not owned
     Handle<wl_keyboard> keyboard;
 };

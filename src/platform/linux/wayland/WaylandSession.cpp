@@ -15,9 +15,10 @@ QString programOf(std::int32_t processIdentifier) {
 
 } // namespace
 
-WaylandSession::WaylandSession(Scheduler& scheduler_, const Globals* globals_)
+WaylandSession::WaylandSession(Scheduler& scheduler_, const Globals* globals_, KeyboardDevices::Access access)
     : scheduler(scheduler_),
       globals(globals_),
+      devices(std::move(access), keymap),
       front(scheduler, programOf),
       bus([this] { takeKeys(); }) {
     front.onChanged = [this] { frontChanged(); };
@@ -26,6 +27,8 @@ WaylandSession::WaylandSession(Scheduler& scheduler_, const Globals* globals_)
             menus->popupAppeared(popup);
         }
     };
+    devices.onPressed = [this](const auto& candidates) { pressed(candidates); };
+    devices.onChanged = [this] { chooseKeys(); };
     bus.onConnected = [this] { connected(); };
     bus.onLost = [this] { lost(); };
 }
@@ -36,6 +39,7 @@ void WaylandSession::start() {
     if (globals != nullptr) {
         keymap.follow(*globals);
         toplevels.emplace(*globals, [this] { focusChanged(); });
+        devices.start();
     }
     bus.start();
 }
@@ -53,10 +57,19 @@ void WaylandSession::connected() {
             .appeared = [this](const auto& name, auto process) { front.appeared(name, process); },
             .gone = [this](const auto& name) { front.gone(name); }});
     windows->start();
-    keys = std::make_unique<a11y::KeystrokeListener>(bus.address(), [this] {
-        QMetaObject::invokeMethod(
-            &context, [this] { takeKeys(); }, Qt::QueuedConnection);
-    });
+    chooseKeys();
+}
+
+/// Keyboards themselves tell of every program, and no program waits for them.
+void WaylandSession::chooseKeys() {
+    if (devices.hears() || !bus.isConnected()) {
+        keys.reset();
+    } else if (!keys) {
+        keys = std::make_unique<a11y::KeystrokeListener>(bus.address(), [this] {
+            QMetaObject::invokeMethod(
+                &context, [this] { takeKeys(); }, Qt::QueuedConnection);
+        });
+    }
 }
 
 void WaylandSession::lost() {
@@ -107,15 +120,22 @@ void WaylandSession::menusChanged() {
 }
 
 void WaylandSession::takeKeys() {
+    devices.drain();
     if (!keys) {
         return;
     }
     for (const auto& stroke : keys->take()) {
-        front.settle();
-        const auto candidates = keymap.candidates(stroke.symbol, stroke.code, stroke.modifiers);
-        if (!candidates.empty() && onKeyPressed) {
-            onKeyPressed(candidates);
+        if (const auto candidates = keymap.candidates(stroke.symbol, stroke.code, stroke.modifiers);
+            !candidates.empty()) {
+            pressed(candidates);
         }
+    }
+}
+
+void WaylandSession::pressed(const keys::Candidates& candidates) {
+    front.settle();
+    if (onKeyPressed) {
+        onKeyPressed(candidates);
     }
 }
 
@@ -128,10 +148,13 @@ int WaylandSession::openMenus(std::int32_t processIdentifier) const {
 }
 
 bool WaylandSession::hearsKeys() const {
-    return keys && keys->hears();
+    return devices.hears() || (keys && keys->hears());
 }
 
 QString WaylandSession::keySources() const {
+    if (devices.hears()) {
+        return u"Key presses are read from the keyboards themselves, which your user may do on this machine. "_s;
+    }
     const auto state =
         hearsKeys() ? u"Key presses come from the programs themselves, over the accessibility bus: from "
                       "those made with GTK 3, and from Qt programs that have loaded the helper. "_s

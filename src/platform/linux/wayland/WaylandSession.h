@@ -7,6 +7,7 @@
 #include "platform/linux/a11y/WindowEvents.h"
 #include "platform/linux/session/DesktopSession.h"
 #include "platform/linux/wayland/FrontWindow.h"
+#include "platform/linux/wayland/KeyboardDevices.h"
 #include "platform/linux/wayland/SeatKeymap.h"
 #include "platform/linux/wayland/Toplevels.h"
 
@@ -22,7 +23,8 @@ namespace orvantile::platform::wayland {
 class WaylandSession : public session::DesktopSession {
 public:
     /// `globals` may be null; both must outlive the session.
-    WaylandSession(Scheduler& scheduler, const Globals* globals);
+    WaylandSession(Scheduler& scheduler, const Globals* globals,
+                   KeyboardDevices::Access access = KeyboardDevices::ofSystem());
     WaylandSession(const WaylandSession&) = delete;
     WaylandSession& operator=(const WaylandSession&) = delete;
     ~WaylandSession() override;
@@ -41,11 +43,14 @@ private:
     void frontChanged();
     void menusChanged();
     void showing(const a11y::ObjectReference& object, bool shows);
+    void chooseKeys();
     void takeKeys();
+    void pressed(const keys::Candidates& candidates);
 
     Scheduler& scheduler;
     const Globals* globals;
     SeatKeymap keymap;
+    KeyboardDevices devices;
     FrontWindow front;
     a11y::AccessibilityBus bus;
     std::unique_ptr<a11y::WindowEvents> windows;
