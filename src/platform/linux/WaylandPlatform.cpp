@@ -42,6 +42,13 @@ class HostSession final : private Compositor, public wayland::WaylandSession {
 public:
     explicit HostSession(Scheduler& scheduler_)
         : WaylandSession(scheduler_, connection ? &offers.emplace(*connection) : nullptr) {}
+
+    void start() override {
+        WaylandSession::start();
+        if (connection) {
+            connection->flush();
+        }
+    }
 };
 
 } // namespace
@@ -71,6 +78,7 @@ std::unique_ptr<Platform> makeWaylandPlatform() {
         *platform->scheduler);
     desktop->shortcuts->provide(*platform);
     desktop->shortcuts->start();
+    desktop->connection->flush();
     platform->foundation = desktop;
     return platform;
 }

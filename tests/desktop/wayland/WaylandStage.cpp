@@ -28,6 +28,7 @@ WaylandStage::WaylandStage(const WaylandSessionOptions& options)
     desktop.writeFile(u".config/orvantile/orvantile.ini"_s,
                       "[General]\ndisplaySeconds=0.3\nsoundEnabled=false\n");
     desktop.writeFile(u"notes.txt"_s, "first line\nsecond line\nthird line\n");
+    desktop.writeFile(u"draft.txt"_s, "a draft\n");
     desktop.setVariable(u"GDK_BACKEND"_s, u"wayland"_s);
 }
 

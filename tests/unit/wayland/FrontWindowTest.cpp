@@ -100,6 +100,25 @@ TEST_F(FrontWindowTest, takesAClaimAgainstOneThatStandsAfterAMoment) {
     EXPECT_THAT(log, ElementsAre(u"Untitled"_s));
 }
 
+TEST_F(FrontWindowTest, asksOneThatClaimsTheFocusOnceTooOften) {
+    front.activated(draft, u"Untitled"_s);
+    front.deactivated(draft);
+    std::vector<ObjectReference> asked;
+    front.onContested = [&](const auto& window) { asked.push_back(window); };
+    openNotes();
+    EXPECT_THAT(asked, IsEmpty());
+    front.activated(draft, u"Untitled"_s);
+    front.deactivated(draft);
+    front.activated(draft, u"Untitled"_s); // and says no more
+    ASSERT_FALSE(asked.empty());
+    EXPECT_EQ(asked.back(), draft);
+    const auto before = asked.size();
+    scheduler.advance(FrontWindow::settling + 0.001);
+    EXPECT_EQ(asked.size(), before + 1) << "it may have answered too early";
+    front.deactivated(draft);
+    EXPECT_THAT(log, ElementsAre(u"Untitled"_s, u"notes - Mousepad"_s));
+}
+
 TEST_F(FrontWindowTest, isDecidedWhenAKeyCannotWait) {
     openNotes();
     front.activated(draft, u"Untitled"_s);

@@ -124,6 +124,16 @@ void WindowEvents::lookAt(const ObjectReference& window) {
              });
 }
 
+void WindowEvents::verify(const ObjectReference& window) {
+    bus.call(bus.method(window.name, window.path, accessible, "GetState"), self,
+             [this, window](sd_bus_message& answer) {
+                 const auto states = isAnswer(answer) ? readStates(answer) : std::nullopt;
+                 if (!states || !states->has(AccessibleState::active)) {
+                     handlers.deactivated(window);
+                 }
+             });
+}
+
 void WindowEvents::askTitle(const ObjectReference& window) {
     auto question = bus.method(window.name, window.path, properties, "Get");
     if (!question || sd_bus_message_append(question.get(), "ss", accessible, "Name") < 0) {

@@ -38,6 +38,9 @@ public:
     /// Hears of names and of what shows in this application alone; empty for none.
     void attendTo(const std::string& name);
 
+    /// Asks a window whether it has the focus; one that has not, or does not answer, was deactivated.
+    void verify(const ObjectReference& window);
+
 private:
     void subscribe(const char* member, void (WindowEvents::*handle)(sd_bus_message&));
     void activated(sd_bus_message& message);

@@ -154,8 +154,22 @@ void FrontWindow::consider() {
         decide();
         return;
     }
+    if (chosen) {
+        contest(claims[*chosen].window);
+    }
     if (!pending) {
-        pending = scheduler.runAfter(chosen ? settling : absence, [this] { decide(); });
+        pending = scheduler.runAfter(chosen ? settling : absence, [this] {
+            decide();
+            if (claims.size() > 1 && frontReference) {
+                contest(*frontReference);
+            }
+        });
+    }
+}
+
+void FrontWindow::contest(const a11y::ObjectReference& window) const {
+    if (onContested) {
+        onContested(a11y::ObjectReference(window));
     }
 }
 

@@ -36,6 +36,10 @@ public:
     /// The window in front has changed, or its title.
     std::function<void()> onChanged;
 
+    /// A window claims the focus while another has not given it up. Whoever can ask it may tell that it was
+    /// deactivated after all.
+    std::function<void(const a11y::ObjectReference&)> onContested;
+
     /// An application has put a popup over its window.
     std::function<void(const a11y::ObjectReference&)> onPopup;
 
@@ -73,6 +77,7 @@ private:
     [[nodiscard]] std::optional<std::size_t> choose() const;
     void consider();
     void decide();
+    void contest(const a11y::ObjectReference& window) const;
     void announce() const;
 
     Scheduler& scheduler;

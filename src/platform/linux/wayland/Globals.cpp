@@ -55,8 +55,8 @@ void Globals::add(std::uint32_t name, const char* interface, std::uint32_t versi
     }
     if (bind(blurs, org_kde_kwin_blur_manager_interface, 1)) {
         blurName = name;
-    } else if (!seat && bind(seat, wl_seat_interface, 1)) {
-        seatName = name;
+    } else if (std::string_view(interface) == wl_seat_interface.name) {
+        seatName = seatName == 0 ? name : seatName;
     } else if (std::string_view(interface) == zwlr_foreign_toplevel_manager_v1_interface.name) {
         windowList = name;
     } else if (std::string_view(interface) == wl_output_interface.name) {
@@ -69,7 +69,6 @@ void Globals::add(std::uint32_t name, const char* interface, std::uint32_t versi
 
 void Globals::remove(std::uint32_t name) {
     if (name == seatName) {
-        seat.reset();
         seatName = 0;
     } else if (name == blurName) {
         blurs.reset();
@@ -93,6 +92,12 @@ zwlr_foreign_toplevel_manager_v1* Globals::bindWindows() const {
     }
     return static_cast<zwlr_foreign_toplevel_manager_v1*>(
         wl_registry_bind(registry.get(), windowList, &zwlr_foreign_toplevel_manager_v1_interface, 1));
+}
+
+Handle<wl_seat> Globals::bindSeat() const {
+    return Handle<wl_seat>(seatName == 0 ? nullptr
+                                         : static_cast<wl_seat*>(wl_registry_bind(registry.get(), seatName,
+                                                                                  &wl_seat_interface, 1)));
 }
 
 bool isReachable() {

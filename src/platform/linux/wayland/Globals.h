@@ -28,7 +28,6 @@ public:
     Handle<wp_fractional_scale_manager_v1> fractionalScales;
     Handle<zxdg_output_manager_v1> outputDetails;
     Handle<org_kde_kwin_blur_manager> blurs;
-    Handle<wl_seat> seat; ///< the first of them
 
     /// The outputs by the name in the registry, with the version the compositor speaks.
     [[nodiscard]] const std::map<std::uint32_t, std::uint32_t>& outputs() const { return outputVersions; }
@@ -39,6 +38,9 @@ public:
 
     /// Begins a list of windows; null where the compositor has none.
     [[nodiscard]] zwlr_foreign_toplevel_manager_v1* bindWindows() const;
+
+    /// Begins with the first seat; null where the compositor has none.
+    [[nodiscard]] Handle<wl_seat> bindSeat() const;
 
     /// Called after an output has come or gone.
     std::function<void()> onOutputsChanged;

@@ -30,9 +30,9 @@ void SeatKeymap::follow(const Globals& globals) {
                                                            (capabilities & WL_SEAT_CAPABILITY_KEYBOARD) != 0);
                                                    },
                                                .name = [](void*, wl_seat*, const char*) {}};
-    seat = globals.seat.get();
-    if (seat != nullptr && context != nullptr) {
-        wl_seat_add_listener(seat, &listener, this);
+    seat = globals.bindSeat();
+    if (seat && context != nullptr) {
+        wl_seat_add_listener(seat.get(), &listener, this);
     }
 }
 
@@ -54,7 +54,7 @@ void SeatKeymap::setKeyboard(bool present) {
     if (!present) {
         keyboard.reset();
     } else if (!keyboard) {
-        keyboard.reset(wl_seat_get_keyboard(seat));
+        keyboard.reset(wl_seat_get_keyboard(seat.get()));
         wl_keyboard_add_listener(keyboard.get(), &listener, this);
     }
 }

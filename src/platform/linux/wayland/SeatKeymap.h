@@ -51,7 +51,7 @@ private:
     std::unique_ptr<xkb_context, Unreference<xkb_context_unref>> context;
     std::unique_ptr<xkb_keymap, Unreference<xkb_keymap_unref>> keymap;
     std::uint64_t loads = 0;
-    wl_seat* seat = nullptr; ///< not owned
+    Handle<wl_seat> seat;
     Handle<wl_keyboard> keyboard;
 };
 

@@ -22,6 +22,11 @@ WaylandSession::WaylandSession(Scheduler& scheduler_, const Globals* globals_, K
       front(scheduler, programOf),
       bus([this] { takeKeys(); }) {
     front.onChanged = [this] { frontChanged(); };
+    front.onContested = [this](const auto& window) {
+        if (windows) {
+            windows->verify(window);
+        }
+    };
     front.onPopup = [this](const auto& popup) {
         if (menus && popup.name == attended) {
             menus->popupAppeared(popup);
