@@ -11,9 +11,9 @@ namespace {
 using Qt::StringLiterals::operator""_s;
 using a11y::MenuReach;
 
-constexpr MenuReach nothing{};
-constexpr MenuReach items{.items = 9};
-constexpr MenuReach commands{.items = 9, .accelerators = 4};
+constexpr MenuReach nothing{.asked = true};
+constexpr MenuReach items{.items = 9, .asked = true};
+constexpr MenuReach commands{.items = 9, .accelerators = 4, .asked = true};
 
 const ProgramFacts plain{.name = u"editor"_s};
 const ProgramFacts qt{.name = u"editor"_s, .usesQt = true};
@@ -44,6 +44,11 @@ TEST(ReachDescriptionTest, saysThatAProgramTellsLittleOrNothing) {
     EXPECT_EQ(describeReach(plain, nothing, Helper::missing),
               u"“editor”, used last, does not tell its menus. If it has been running since before access was "
               u"granted, start it again."_s);
+}
+
+TEST(ReachDescriptionTest, blamesNoProgramThatHasNotBeenAsked) {
+    EXPECT_EQ(describeReach(plain, {}, Helper::on),
+              u"“editor”, used last, has not been in front since Orvantile could ask it for its menus."_s);
 }
 
 TEST(ProgramFactsTest, areConcludedFromWhatIsLoaded) {

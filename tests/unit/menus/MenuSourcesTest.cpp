@@ -30,7 +30,7 @@ public:
     }
 
     [[nodiscard]] a11y::MenuReach reach(std::int32_t) const override {
-        return {.items = items, .accelerators = commands.size()};
+        return {.items = items, .accelerators = commands.size(), .asked = wasAsked};
     }
 
     Commands commands;
@@ -40,6 +40,7 @@ public:
     std::uint64_t active = 0;
     int closed = 0;
     int asked = 0;
+    bool wasAsked = false;
 };
 
 class Sources : public ::testing::Test {
@@ -112,6 +113,9 @@ TEST_F(Sources, reachAsFarAsTheBestOfThem) {
     second->commands = {{u"Store"_s, controlS, true}};
     EXPECT_EQ(sources.reach(7).items, 3U);
     EXPECT_EQ(sources.reach(7).accelerators, 1U);
+    EXPECT_FALSE(sources.reach(7).asked);
+    first->wasAsked = true;
+    EXPECT_TRUE(sources.reach(7).asked);
 }
 
 } // namespace

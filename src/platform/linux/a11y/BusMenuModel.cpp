@@ -6,6 +6,7 @@ namespace orvantile::platform::a11y {
 namespace {
 
 constexpr std::chrono::seconds relaxationTime{1};
+constexpr std::size_t mostAsked = 256;
 
 } // namespace
 
@@ -30,7 +31,7 @@ void BusMenuModel::announceAvailable() {
 }
 
 MenuReach BusMenuModel::reach(std::int32_t processIdentifier) const {
-    MenuReach total;
+    MenuReach total{.asked = asked.contains(processIdentifier)};
     for (const auto& [name, application] : applications) {
         if (application.process == processIdentifier && application.menus) {
             total.items += application.menus->items().size();
@@ -59,11 +60,21 @@ void BusMenuModel::follow(std::int32_t processIdentifier) {
         return;
     }
     relaxation.stop();
+    noteAsked();
     if (directory && !registration) {
         registration = std::make_unique<EventRegistration>(bus.connection(), EventRegistration::ofMenus);
     }
     if (directory && !known) {
         directory->refresh();
+    }
+}
+
+void BusMenuModel::noteAsked() {
+    if (asked.size() >= mostAsked) {
+        asked.clear();
+    }
+    if (directory && followed >= 0) {
+        asked.insert(followed);
     }
 }
 
@@ -131,6 +142,7 @@ void BusMenuModel::connected() {
         }
     };
     directory->start();
+    noteAsked();
     if (followed >= 0) {
         registration = std::make_unique<EventRegistration>(bus.connection(), EventRegistration::ofMenus);
     }
@@ -141,6 +153,7 @@ void BusMenuModel::lost() {
     announced = false;
     registration.reset();
     applications.clear();
+    asked.clear();
     directory.reset();
 }
 

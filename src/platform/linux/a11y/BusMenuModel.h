@@ -12,6 +12,7 @@
 #include <map>
 #include <memory>
 #include <optional>
+#include <set>
 #include <string>
 
 namespace orvantile::platform::a11y {
@@ -46,13 +47,15 @@ private:
     void connected();
     void announceAvailable();
     void lost();
+    void noteAsked();
     void followApplication(const std::string& name, Application& application);
 
     AccessibilityBus bus;
     std::unique_ptr<ApplicationDirectory> directory;
     std::unique_ptr<EventRegistration> registration;
     std::map<std::string, Application> applications; ///< by bus name
-    bool announced = false;                          ///< that it is available
+    std::set<std::int32_t> asked; ///< processes that have been followed while there was a bus
+    bool announced = false;       ///< that it is available
     std::int32_t followed = -1;
     std::optional<session::ActiveWindow> latestWindow;
     QTimer relaxation; ///< events are not given up for the moment between two applications

@@ -24,6 +24,7 @@ struct MenuAnswer {
 struct MenuReach {
     std::size_t items = 0;
     std::size_t accelerators = 0; ///< items that have one
+    bool asked = false;           ///< it has been in front while it could be asked
 };
 
 /// A source of the menu commands of running applications and their accelerators. Nothing here blocks: what

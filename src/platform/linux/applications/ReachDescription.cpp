@@ -21,6 +21,9 @@ QString describe(const ProgramFacts& program, const a11y::MenuReach& reach, Help
     if (program.usesQt && helper == Helper::off) {
         return u"tells its commands only with the helper, which is off."_s;
     }
+    if (!reach.asked) {
+        return u"has not been in front since Orvantile could ask it for its menus."_s;
+    }
     if (reach.items > 0) {
         return u"tells the commands of a menu once that has been opened."_s;
     }

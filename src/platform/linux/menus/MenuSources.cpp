@@ -1,5 +1,6 @@
 #include "platform/linux/menus/MenuSources.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace orvantile::platform::menus {
@@ -48,12 +49,13 @@ a11y::MenuAnswer MenuSources::commandFor(const session::ActiveWindow& window,
 a11y::MenuReach MenuSources::reach(std::int32_t processIdentifier) const {
     a11y::MenuReach most;
     for (const auto& source : sources) {
-        const auto each = source->reach(processIdentifier);
+        auto each = source->reach(processIdentifier);
+        each.asked |= most.asked;
         if (each.accelerators > 0) {
             return each;
         }
-        if (each.items > most.items) {
-            most = each;
+        if (each.items > most.items || each.asked != most.asked) {
+            most = {.items = std::max(each.items, most.items), .asked = each.asked};
         }
     }
     return most;
