@@ -3,7 +3,7 @@
 description; joins the two and checks what came out. Ends with 77, and says why, when the headers of a Mac cannot be
 had.
 
-Usage: make_bundle.py SOURCES FOLDER QT_HEADERS VERSION"""
+Usage: make_bundle.py SOURCES FOLDER QT_HEADERS QT_LIBRARIES VERSION"""
 import json
 import os
 import pathlib
@@ -73,10 +73,11 @@ def check_conformance(sources, target):
 
 
 def main():
-    sources, folder, headers, version = pathlib.Path(sys.argv[1]), pathlib.Path(sys.argv[2]), sys.argv[3], sys.argv[4]
+    sources, folder = pathlib.Path(sys.argv[1]), pathlib.Path(sys.argv[2])
+    headers, libraries, version = sys.argv[3:6]
     os.environ.update(CCACHE_BASEDIR=str(sources), CCACHE_NOHASHDIR="1")
     sdk, sparkle = folder / "sdk", folder / "Sparkle.framework"
-    run(sys.executable, HERE / "make_sdk.py", sdk)
+    run(sys.executable, HERE / "make_sdk.py", sdk, libraries)
     make_sparkle(sparkle)
     bundles = {
         "arm64": build(sources, folder, sdk, "arm64", headers, {}),

