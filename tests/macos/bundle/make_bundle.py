@@ -44,7 +44,7 @@ def build(sources, folder, sdk, processor, headers, packaging):
         "ORVANTILE_TESTS": "OFF", "CMAKE_BUILD_TYPE": "Release", "CMAKE_C_FLAGS_RELEASE": "-O1",
         "CMAKE_CXX_FLAGS_RELEASE": "-O1", "CMAKE_OBJCXX_FLAGS_RELEASE": "-O1", **packaging,
     }
-    run("cmake", "-S", sources, "-B", target, "-G", "Ninja", *(f"-D{name}={value}" for name, value in options.items()))
+    run("cmake", "--fresh", "-S", sources, "-B", target, "-G", "Ninja", *(f"-D{name}={value}" for name, value in options.items()))
     run("cmake", "--build", target, "--target", "orvantile", "--parallel", "2")
     return target / "bin/Orvantile.app"
 
