@@ -24,6 +24,7 @@ protected:
 
     /// What still waits in the main queue is not lost but done.
     void TearDown() override {
+        ax.advance(10);
         while (ax.turnMainQueue() > 0) {
         }
     }
