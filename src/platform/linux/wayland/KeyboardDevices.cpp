@@ -26,7 +26,7 @@ constexpr std::size_t mostDevices = 32;
 using KeyBits = std::array<unsigned char, KEY_MAX / 8 + 1>;
 
 bool has(const KeyBits& bits, unsigned key) {
-    return (bits[key / 8] >> (key % 8) & 1U) != 0;
+    return (unsigned{bits[key / 8]} >> (key % 8) & 1U) != 0;
 }
 
 bool hasLetters(int descriptor) {
