@@ -21,7 +21,7 @@ bool isInstalled(const QString& iconName) {
 
 } // namespace
 
-LinuxStatusItem::LinuxStatusItem(Scheduler& scheduler_, Appearance& appearance_, std::string name)
+LinuxStatusItem::LinuxStatusItem(Scheduler& scheduler_, Appearance& appearance_, const std::string& name)
     : scheduler(scheduler_),
       appearance(appearance_) {
     if (QGuiApplication::platformName() == u"xcb"_s) {

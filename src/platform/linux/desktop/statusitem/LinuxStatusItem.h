@@ -21,7 +21,7 @@ namespace orvantile::platform::desktop {
 class LinuxStatusItem final : public StatusItem {
 public:
     /// `name` is the item's name on the bus. The platform's peers outlive the item.
-    LinuxStatusItem(Scheduler& scheduler, Appearance& appearance, std::string name);
+    LinuxStatusItem(Scheduler& scheduler, Appearance& appearance, const std::string& name);
     ~LinuxStatusItem() override;
 
     void setImage(const std::optional<SymbolImage>& image) override;
