@@ -59,7 +59,8 @@ TEST(GimpTest, namesShortcuts) {
     EXPECT_EQ(stage.fire(u"Ctrl+A"_s), u"⌃A  All"_s);
     EXPECT_EQ(stage.fire(u"Ctrl+Shift+A"_s), u"⌃⇧A  None"_s);
     EXPECT_EQ(stage.fire(u"Ctrl+comma"_s), u"⌃,  Fill with FG Color"_s);
-    EXPECT_EQ(stage.fire(u"Ctrl+Z"_s), u"⌃Z  Undo"_s);
+    EXPECT_EQ(stage.fire(u"Ctrl+Z"_s), u"⌃Z  Undo Fill with Foreground Color"_s)
+        << "the title that it has by then";
     EXPECT_EQ(stage.fire(u"Ctrl+Shift+R"_s), u"⌃⇧R  Show Rulers"_s);
     EXPECT_EQ(stage.fire(u"Ctrl+Shift+J"_s), u"⌃⇧J  Fit Image in Window"_s) << "in a submenu";
     EXPECT_EQ(stage.fire(u"F11"_s), u"F11  Fullscreen"_s);
