@@ -268,12 +268,18 @@ MenuAnswer ApplicationMenus::commandFor(const session::ActiveWindow& window,
         }
     }
     doubt(toplevel);
-    return {.decided = table.hasAccelerators(*toplevel)};
+    return {.decided = seemsComplete(*toplevel)};
+}
+
+/// LibreOffice has two trees of its menus, and the one with the keys comes later.
+bool ApplicationMenus::seemsComplete(const std::string& toplevel) const {
+    constexpr std::size_t mostItemsPerKey = 12;
+    return table.hasAccelerators(toplevel) && table.acceleratedCount() * mostItemsPerKey >= table.size();
 }
 
 void ApplicationMenus::doubt(const std::string* toplevel) {
     const bool recently = doubted.isValid() && !doubted.hasExpired(doubtInterval.count());
-    if (recently || requests.isBusy() || (toplevel != nullptr && table.hasAccelerators(*toplevel))) {
+    if (recently || requests.isBusy() || (toplevel != nullptr && seemsComplete(*toplevel))) {
         return;
     }
     doubted.start();

@@ -55,6 +55,9 @@ private:
     /// the application was still starting. Reads it again, now and then.
     void doubt(const std::string* toplevel);
 
+    /// Whether so many of the window's items have keys that those are likely to be all.
+    [[nodiscard]] bool seemsComplete(const std::string& toplevel) const;
+
     void stateChanged(sd_bus_message& message);
     void nameChanged(sd_bus_message& message);
     void childrenChanged(sd_bus_message& message);
