@@ -89,16 +89,5 @@ TEST(LimitsTest, worksInLittleMoreMemoryThanItHas) {
     EXPECT_TRUE(stage.orvantile().isRunning());
 }
 
-TEST(LimitsTest, worksWhereNoFileCanBeWritten) {
-    Stage stage;
-    stage.start(mousepad);
-    stage.startOrvantile();
-    stage.awaitCommandsOf(mousepad);
-    limit(stage.orvantile().processIdentifier(), RLIMIT_FSIZE, 0);
-    EXPECT_EQ(stage.fire(u"Ctrl+I"_s), u"⌃I  Increase Indent"_s);
-    EXPECT_EQ(stage.fire(u"Ctrl+I"_s), u"⌃I  Increase Indent"_s);
-    EXPECT_TRUE(stage.orvantile().isRunning());
-}
-
 } // namespace
 } // namespace orvantile::test
