@@ -5,10 +5,10 @@
 #include "hud/VisualEffectBackground.h"
 #include "platform/linux/X11Platform.h"
 #include "platform/linux/desktop/FreedMemory.h"
-#include "support/ProcessCost.h"
 #include "support/Samples.h"
 #include "support/desktop/HudWatcher.h"
 #include "support/desktop/PrivateSession.h"
+#include "support/desktop/ProcessCost.h"
 
 #include "platform/linux/desktop/IniDefaults.h"
 #include "platform/null/NullPlatform.h"
@@ -133,10 +133,10 @@ private:
             }
         };
         many(200);
-        const double before = memory(::getpid()).resident;
+        const double before = test::memory(::getpid()).resident;
         many(shows);
         std::printf("RSS before and after %d shows, scale %g: %.1f and %.1f MiB\n", shows, scale(), before,
-                    memory(::getpid()).resident);
+                    test::memory(::getpid()).resident);
     }
 
     static double scale() { return qApp->devicePixelRatio(); }
