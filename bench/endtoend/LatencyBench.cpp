@@ -1,152 +1,148 @@
-// From an injected key to what is seen: the program's panel beside screenkey's window, in one run.
+// From an injected key to what is seen: the program's panel, screenkey's window, and, as the floor, a bare
+// client that does nothing but map a window which was drawn before.
 
 #include "endtoend/EditorDesktop.h"
+#include "endtoend/Eyes.h"
+#include "support/BusyCores.h"
+#include "support/Report.h"
 #include "support/Samples.h"
-#include "support/desktop/Screenshot.h"
 
-#include <QElapsedTimer>
+#include <QCommandLineParser>
+#include <QCoreApplication>
+#include <array>
 #include <cstdio>
 #include <cstdlib>
-#include <xcb/damage.h>
+#include <optional>
 
 namespace orvantile::bench {
 namespace {
 
 using Qt::StringLiterals::operator""_s;
-using namespace std::chrono_literals;
 
-/// What one program's window did after a key press; negative while it has not happened.
-struct Sighting {
+struct Contestant {
+    QString name;
     QString className;
-    xcb_window_t window = XCB_NONE;
-    bool mapped = false;
-    double mappedAfter = -1;
-    double pixelAfter = -1;
-    QImage before;
-    Samples mapping;
-    Samples pixels;
+    std::function<void(EditorDesktop&, const Eyes&)> start;
+    std::function<void(EditorDesktop&)> stop;
+    Samples mapped;
+    Samples changed;
+    int missed = 0;
 };
 
-/// Watches the root for windows of two programs and for changes on the screen.
-class Eyes {
-public:
-    explicit Eyes(const QString& display_) : display(display_), x(display_) {
-        x.select(x.root(), XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY);
-        const auto* extension = xcb_get_extension_data(x.get(), &xcb_damage_id);
-        damageEvent = static_cast<std::uint8_t>(extension->first_event + XCB_DAMAGE_NOTIFY);
-        xcb_damage_query_version_unchecked(x.get(), 1, 1);
-        xcb_damage_create(x.get(), xcb_generate_id(x.get()), x.root(),
-                          XCB_DAMAGE_REPORT_LEVEL_RAW_RECTANGLES);
-        x.synchronize();
-    }
-
-    /// Waits until `done` holds; false when it does not in time.
-    bool await(std::vector<Sighting>& sightings, const std::function<bool()>& done,
-               std::chrono::milliseconds time) {
-        return x.await(
-            done, [&](const auto& event) { handle(event, sightings); }, QDeadlineTimer(time));
-    }
-
-    QElapsedTimer clock;
-    QRect area; ///< of the screen where the program's panel shows
-
-private:
-    [[nodiscard]] double elapsed() const { return static_cast<double>(clock.nsecsElapsed()) / 1e6; }
-
-    void handle(const xcb_generic_event_t& event, std::vector<Sighting>& sightings) {
-        const auto type = static_cast<std::uint8_t>(event.response_type & 0x7F);
-        if (type == XCB_MAP_NOTIFY || type == XCB_UNMAP_NOTIFY) {
-            const double now = elapsed();
-            // Both events start with event window and window.
-            const auto window = reinterpret_cast<const xcb_map_notify_event_t&>(event).window;
-            for (auto& sighting : sightings) {
-                if (sighting.window == XCB_NONE && type == XCB_MAP_NOTIFY &&
-                    test::lookAt(x, window).className.compare(sighting.className, Qt::CaseInsensitive) == 0) {
-                    sighting.window = window;
-                }
-                if (sighting.window == window) {
-                    sighting.mapped = type == XCB_MAP_NOTIFY;
-                    if (sighting.mapped && sighting.mappedAfter < 0) {
-                        sighting.mappedAfter = now;
-                    }
-                }
-            }
-        } else if (type == damageEvent) {
-            const double now = elapsed();
-            const auto& damaged = reinterpret_cast<const xcb_damage_notify_event_t&>(event).area;
-            const QRect rect(damaged.x, damaged.y, damaged.width, damaged.height);
-            for (auto& sighting : sightings) {
-                if (sighting.pixelAfter < 0 && !sighting.before.isNull() && rect.intersects(area) &&
-                    test::takeScreenshot(display, area) != sighting.before) {
-                    sighting.pixelAfter = now;
-                }
-            }
-        }
-    }
-
-    QString display;
-    test::XConnection x;
-    std::uint8_t damageEvent = 0;
+struct Plan {
+    int shots = 100;
+    int rounds = 4;
 };
 
-/// Fires Select All once and notes what the windows did.
-bool shoot(EditorDesktop& desktop, Eyes& eyes, std::vector<Sighting>& sightings, const QString& display) {
-    for (auto& sighting : sightings) {
-        sighting.mappedAfter = -1;
-        sighting.pixelAfter = -1;
-    }
-    auto& own = sightings.front();
-    own.before = test::takeScreenshot(display, eyes.area);
-    desktop.keys().hold(u"Ctrl"_s);
-    eyes.clock.restart();
-    desktop.keys().press(u"a"_s);
-    const bool seen = eyes.await(
-        sightings,
-        [&] {
-            return own.pixelAfter >= 0 &&
-                   std::ranges::all_of(sightings, [](const auto& each) { return each.mappedAfter >= 0; });
-        },
-        2s);
-    desktop.keys().release(u"Ctrl"_s);
-    const bool hidden = eyes.await(
-        sightings, [&] { return std::ranges::none_of(sightings, &Sighting::mapped); }, 5s);
-    return seen && hidden;
+/// A program of the bench's own or from the system, in place of the product.
+Contestant other(const QString& name, const QString& className,
+                 std::function<std::unique_ptr<test::ChildProcess>(EditorDesktop&, const Eyes&)> launch) {
+    const auto process = std::make_shared<std::unique_ptr<test::ChildProcess>>();
+    return {.name = name,
+            .className = className,
+            .start = [=](EditorDesktop& desktop, const Eyes& eyes) { *process = launch(desktop, eyes); },
+            .stop = [=](EditorDesktop&) { process->reset(); },
+            .mapped = {},
+            .changed = {}};
 }
 
-int run(int shots) {
-    EditorDesktop desktop;
-    const auto display = desktop.session().display();
-    Eyes eyes(display);
-    eyes.clock.start();
-    // The lower half of the screen but its middle column, which only the panel covers.
-    eyes.area = QRect(640 - 60, 800 - 24 - 70, 120, 30);
-    std::vector<Sighting> sightings(2);
-    sightings[0].className = u"orvantile"_s;
-    sightings[1].className = u"screenkey"_s;
-    desktop.startOrvantile();
-    const auto caster = desktop.session().start(
-        u"screenkey"_s, {u"--no-systray"_s, u"-t"_s, u"0.3"_s, u"-p"_s, u"top"_s, u"-s"_s, u"small"_s});
+std::vector<Contestant> contestants() {
+    std::vector<Contestant> all;
+    all.push_back({.name = u"Orvantile"_s,
+                   .className = u"orvantile"_s,
+                   .start = [](EditorDesktop& desktop, const Eyes&) { desktop.startOrvantile(); },
+                   .stop = [](EditorDesktop& desktop) { desktop.stopOrvantile(); },
+                   .mapped = {},
+                   .changed = {}});
+    all.push_back(other(u"screenkey"_s, u"screenkey"_s, [](EditorDesktop& desktop, const Eyes&) {
+        return desktop.session().start(
+            u"screenkey"_s, {u"--no-systray"_s, u"-t"_s, u"0.3"_s, u"-p"_s, u"top"_s, u"-s"_s, u"small"_s});
+    }));
+    all.push_back(other(u"floor: a bare client maps a drawn window"_s, u"floor"_s,
+                        [](EditorDesktop& desktop, const Eyes& eyes) {
+                            return desktop.session().start(
+                                QStringLiteral(ORVANTILE_FLOOR_EXECUTABLE),
+                                {QString::number(eyes.key()), u"40"_s, u"700"_s, u"240"_s, u"60"_s});
+                        }));
+    return all;
+}
 
-    int missed = 0;
-    int warm = 0;
-    for (int shot = 0; shot < shots + 5; ++shot) {
-        if (!shoot(desktop, eyes, sightings, display)) {
-            missed += warm > 0 ? 1 : 0;
-            continue;
-        }
-        if (++warm > 5) {
-            for (auto& sighting : sightings) {
-                sighting.mapping.add(sighting.mappedAfter);
+/// Waits until the contestant shows itself, and a few times more until it has warmed up.
+void warmUp(Eyes& eyes, const Contestant& contestant) {
+    constexpr int enough = 5;
+    int complete = 0;
+    for (int attempt = 0; attempt < 60 && complete < enough; ++attempt) {
+        complete += eyes.shoot().isComplete() ? 1 : 0;
+    }
+    if (complete < enough) {
+        const QString text = contestant.name + u" never showed a window"_s;
+        throw std::runtime_error(text.toStdString());
+    }
+}
+
+void measure(EditorDesktop& desktop, Eyes& eyes, std::vector<Contestant>& all, const Plan& plan) {
+    for (int round = 0; round < plan.rounds; ++round) {
+        for (auto& contestant : all) {
+            eyes.watch(contestant.className);
+            contestant.start(desktop, eyes);
+            warmUp(eyes, contestant);
+            for (int shot = 0; shot < plan.shots / plan.rounds; ++shot) {
+                const auto sighting = eyes.shoot();
+                if (!sighting.isComplete()) {
+                    ++contestant.missed;
+                    continue;
+                }
+                contestant.mapped.add(sighting.mapped);
+                contestant.changed.add(sighting.changed);
             }
-            sightings[0].pixels.add(sightings[0].pixelAfter);
+            contestant.stop(desktop);
         }
     }
-    Samples::printHeader();
-    sightings[0].mapping.print(u"key → panel mapped, ms"_s);
-    sightings[0].pixels.print(u"key → first changed pixel, ms"_s);
-    sightings[1].mapping.print(u"key → screenkey's window mapped, ms"_s);
-    std::printf("mapped, ratio to screenkey's median: %.2f; shots without a result: %d\n",
-                sightings[0].mapping.median() / std::max(sightings[1].mapping.median(), 1e-9), missed);
+}
+
+void addRows(Report& report, const std::vector<Contestant>& all, bool pixels) {
+    const auto samples = [&](const Contestant& one) -> const Samples& {
+        return pixels ? one.changed : one.mapped;
+    };
+    const double floor = std::max(samples(all.back()).median(), 1e-9);
+    for (const auto& contestant : all) {
+        const auto& times = samples(contestant);
+        QStringList cells{(pixels ? u"first changed pixel: "_s : u"window mapped: "_s) + contestant.name,
+                          QString::number(times.count())};
+        for (const double fraction : {0.5, 0.95, 0.99, 1.0}) {
+            cells << shortNumber(times.quantile(fraction));
+        }
+        cells << shortNumber(times.median() / floor) << QString::number(contestant.missed);
+        report.row(cells);
+    }
+}
+
+int run(const Plan& plan, const QList<bool>& loads, const QString& document) {
+    EditorDesktop desktop;
+    Eyes eyes(desktop.session().display());
+    eyes.paintDesktop();
+    Report report(u"latency"_s);
+    for (const bool busy : loads) {
+        auto all = contestants();
+        std::optional<BusyCores> cores;
+        if (busy) {
+            cores.emplace();
+        }
+        measure(desktop, eyes, all, plan);
+        report.paragraph(
+            (busy
+                 ? u"With a busy loop on each processor (load %1):"_s
+                 : u"With nothing else to do for the processors but what this machine does besides (load %1):"_s)
+                .arg(loadNow()));
+        report.table({u"shots"_s, u"median"_s, u"p95"_s, u"p99"_s, u"max"_s, u"of the floor's median"_s,
+                      u"not seen"_s});
+        addRows(report, all, false);
+        addRows(report, all, true);
+    }
+    report.print();
+    if (!document.isEmpty()) {
+        report.writeInto(document);
+    }
     return EXIT_SUCCESS;
 }
 
@@ -154,8 +150,27 @@ int run(int shots) {
 } // namespace orvantile::bench
 
 int main(int argc, char* argv[]) {
+    using Qt::StringLiterals::operator""_s;
+    const QCoreApplication application(argc, argv);
+    QCommandLineParser parser;
+    parser.addOptions({{u"shots"_s, u"Key presses per contestant."_s, u"count"_s, u"200"_s},
+                       {u"rounds"_s, u"In how many turns."_s, u"count"_s, u"4"_s},
+                       {u"load"_s, u"Only with busy processors."_s},
+                       {u"no-load"_s, u"Only without busy processors."_s},
+                       {u"write"_s, u"Put the tables into this document."_s, u"file"_s}});
+    parser.addHelpOption();
+    parser.process(application);
+    QList<bool> loads;
+    if (!parser.isSet(u"load"_s)) {
+        loads << false;
+    }
+    if (!parser.isSet(u"no-load"_s)) {
+        loads << true;
+    }
     try {
-        return orvantile::bench::run(argc > 1 ? std::atoi(argv[1]) : 200);
+        return orvantile::bench::run({.shots = parser.value(u"shots"_s).toInt(),
+                                      .rounds = std::max(parser.value(u"rounds"_s).toInt(), 1)},
+                                     loads, parser.value(u"write"_s));
     } catch (const std::exception& failure) {
         std::fprintf(stderr, "%s\n", failure.what());
         return EXIT_FAILURE;
