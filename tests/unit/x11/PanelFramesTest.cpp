@@ -62,12 +62,12 @@ TEST_F(PanelFramesTest, presentsNothingWhileItIsNotVisible) {
     EXPECT_EQ(scheduler.pending(), 0);
 }
 
-TEST_F(PanelFramesTest, presentsTheFirstPictureOfAFadeAtOnceAsItIsSeenAtTheNextRefresh) {
+TEST_F(PanelFramesTest, presentsTheFirstPictureOfAFadeAtOnceAsItIsSeenUntilTheSecondOne) {
     frames.setContent(std::make_shared<GrowingContent>(0));
     frames.setAlpha(0);
     frames.setVisible(true);
     frames.animateAlpha(1, 0.1, {});
-    EXPECT_THAT(opacities(), ElementsAre(DoubleNear(PanelFrames::lead / 0.1, 1e-9)));
+    EXPECT_THAT(opacities(), ElementsAre(DoubleNear(PanelFrames::opening / 0.1, 1e-9)));
     EXPECT_TRUE(presented.front().settled);
 }
 
@@ -88,9 +88,31 @@ TEST_F(PanelFramesTest, fadesLinearlyAndStopsTicking) {
     frames.animateAlpha(1, 5.5 * refresh, {});
     scheduler.advance(1);
     const auto near = [](double value) { return DoubleNear(value, 1e-9); };
-    EXPECT_THAT(opacities(), ElementsAre(near(1 / 5.5), near(2 / 5.5), near(3 / 5.5), near(4 / 5.5),
+    EXPECT_THAT(opacities(), ElementsAre(near(2 / 5.5), near(2 / 5.5), near(3 / 5.5), near(4 / 5.5),
                                          near(5 / 5.5), near(1)));
     EXPECT_EQ(scheduler.pending(), 0);
+}
+
+TEST_F(PanelFramesTest, endsAFadeAndAnEntranceWhenTheyWouldHaveEndedWithoutAnOpening) {
+    frames.setContent(std::make_shared<GrowingContent>(0.15));
+    frames.setAlpha(0);
+    frames.setVisible(true);
+    frames.animateAlpha(1, 0.12, {});
+    scheduler.advance(0.15 - PanelFrames::lead - refresh);
+    EXPECT_FALSE(presented.back().settled);
+    EXPECT_EQ(presented.back().opacity, 1);
+    scheduler.advance(2 * refresh);
+    EXPECT_TRUE(presented.back().settled);
+    EXPECT_TRUE(std::ranges::is_sorted(presented, {}, &PanelFrame::scale));
+    EXPECT_TRUE(std::ranges::is_sorted(presented, {}, &PanelFrame::opacity));
+}
+
+TEST_F(PanelFramesTest, fadesOutWithoutAnOpening) {
+    show();
+    scheduler.advance(1);
+    presented.clear();
+    frames.animateAlpha(0, 0.2, {});
+    EXPECT_THAT(opacities(), ElementsAre(DoubleNear(1 - PanelFrames::lead / 0.2, 1e-9)));
 }
 
 TEST_F(PanelFramesTest, callsACompletionAtItsTimeWithTheFinalAlpha) {
@@ -136,7 +158,7 @@ TEST_F(PanelFramesTest, fadesFromWhereALaterAnimationFindsTheAlpha) {
 TEST_F(PanelFramesTest, runsTheEntranceUntilItSettles) {
     show(0.19);
     scheduler.advance(1);
-    EXPECT_NEAR(presented.front().scale, 0.5 + PanelFrames::lead, 1e-9);
+    EXPECT_NEAR(presented.front().scale, 0.5 + PanelFrames::opening, 1e-9);
     EXPECT_EQ(presented.back().scale, 1);
     EXPECT_EQ(presented.size(), 12U);
     EXPECT_EQ(scheduler.pending(), 0);
@@ -149,7 +171,7 @@ TEST_F(PanelFramesTest, beginsTheEntranceAnewWithNewContent) {
     frames.setContent(std::make_shared<GrowingContent>(0.2));
     scheduler.turn();
     ASSERT_EQ(presented.size(), 1U);
-    EXPECT_NEAR(presented.front().scale, 0.5 + PanelFrames::lead, 1e-9);
+    EXPECT_NEAR(presented.front().scale, 0.5 + PanelFrames::opening, 1e-9);
 }
 
 TEST_F(PanelFramesTest, drawsNoEntranceThatNobodySees) {

@@ -56,10 +56,11 @@ void PanelFrames::present() {
     if (!visible || !content) {
         return;
     }
-    const double seen = scheduler.now() + lead;
+    const double now = scheduler.now();
     if (!std::exchange(entered, true)) {
-        entranceStart = scheduler.now();
+        entranceStart = now;
     }
+    const double seen = std::max(now + lead, entranceStart + opening);
     auto frame = content->frameAt(seen - entranceStart);
     const double alpha = alphaAt(seen);
     const bool moving = isFading(seen) || (!frame.settled && alpha > 0);

@@ -20,6 +20,11 @@ public:
     /// A picture drawn now is seen at the next refresh, so it shows that instant (seconds).
     static constexpr double lead = 1.0 / 60;
 
+    /// The first picture of a content stands until the second comes. It shows the end of that time rather
+    /// than its beginning, at which there is all but nothing to see of an entrance; no later one shows an
+    /// earlier instant (seconds).
+    static constexpr double opening = 2 * lead;
+
     PanelFrames(Scheduler& scheduler, Present present);
     PanelFrames(const PanelFrames&) = delete;
     PanelFrames& operator=(const PanelFrames&) = delete;
