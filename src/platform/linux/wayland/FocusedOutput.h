@@ -25,7 +25,7 @@ private:
 
     const Globals& globals;
     const Outputs& outputs;
-    Outputs::Token token;
+    Listeners::Token token;
     std::optional<Toplevels> windows;
 };
 

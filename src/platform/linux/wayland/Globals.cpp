@@ -53,9 +53,10 @@ void Globals::add(std::uint32_t name, const char* interface, std::uint32_t versi
         bind(outputDetails, zxdg_output_manager_v1_interface, newestOutputDetails)) {
         return;
     }
-    if (bind(blurs, org_kde_kwin_blur_manager_interface, 1)) {
-        blurName = name;
-    } else if (std::string_view(interface) == wl_seat_interface.name) {
+    if (blur.add(*registry, name, interface)) {
+        return;
+    }
+    if (std::string_view(interface) == wl_seat_interface.name) {
         seatName = seatName == 0 ? name : seatName;
     } else if (std::string_view(interface) == zwlr_foreign_toplevel_manager_v1_interface.name) {
         windowList = name;
@@ -70,12 +71,9 @@ void Globals::add(std::uint32_t name, const char* interface, std::uint32_t versi
 void Globals::remove(std::uint32_t name) {
     if (name == seatName) {
         seatName = 0;
-    } else if (name == blurName) {
-        blurs.reset();
-        blurName = 0;
     } else if (name == windowList) {
         windowList = 0;
-    } else if (outputVersions.erase(name) > 0 && onOutputsChanged) {
+    } else if (!blur.remove(name) && outputVersions.erase(name) > 0 && onOutputsChanged) {
         onOutputsChanged();
     }
 }

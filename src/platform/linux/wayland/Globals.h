@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/linux/wayland/BlurOffer.h"
 #include "platform/linux/wayland/Handle.h"
 #include "platform/linux/wayland/WaylandConnection.h"
 
@@ -27,7 +28,7 @@ public:
     Handle<wp_viewporter> viewports;
     Handle<wp_fractional_scale_manager_v1> fractionalScales;
     Handle<zxdg_output_manager_v1> outputDetails;
-    Handle<org_kde_kwin_blur_manager> blurs;
+    BlurOffer blur;
 
     /// The outputs by the name in the registry, with the version the compositor speaks.
     [[nodiscard]] const std::map<std::uint32_t, std::uint32_t>& outputs() const { return outputVersions; }
@@ -51,7 +52,6 @@ private:
 
     Handle<wl_registry> registry;
     std::map<std::uint32_t, std::uint32_t> outputVersions;
-    std::uint32_t blurName = 0;
     std::uint32_t seatName = 0;
     std::uint32_t windowList = 0;
 };

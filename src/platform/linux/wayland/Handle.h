@@ -1,5 +1,6 @@
 #pragma once
 
+#include <ext-background-effect-v1.h>
 #include <fractional-scale-v1.h>
 #include <kde-blur.h>
 #include <memory>
@@ -48,6 +49,14 @@ struct Destroy {
     void operator()(zxdg_output_manager_v1* object) const { zxdg_output_manager_v1_destroy(object); }
 
     void operator()(zxdg_output_v1* object) const { zxdg_output_v1_destroy(object); }
+
+    void operator()(ext_background_effect_manager_v1* object) const {
+        ext_background_effect_manager_v1_destroy(object);
+    }
+
+    void operator()(ext_background_effect_surface_v1* object) const {
+        ext_background_effect_surface_v1_destroy(object);
+    }
 
     void operator()(org_kde_kwin_blur* object) const { org_kde_kwin_blur_release(object); }
 

@@ -136,30 +136,6 @@ QSize LayerSurface::pixelSize() const {
     return {pixels(placement.size.width()), pixels(placement.size.height())};
 }
 
-void LayerSurface::setBlur(const QRegion& region) {
-    if (region == blurred) {
-        return;
-    }
-    blurred = region;
-    if (!globals.blurs) {
-        return;
-    }
-    if (region.isEmpty()) {
-        blur.reset();
-        org_kde_kwin_blur_manager_unset(globals.blurs.get(), surface.get());
-        return;
-    }
-    const RegionHandle shape(wl_compositor_create_region(globals.compositor.get()));
-    for (const auto& rect : region) {
-        wl_region_add(shape.get(), rect.x(), rect.y(), rect.width(), rect.height());
-    }
-    if (!blur) {
-        blur.reset(org_kde_kwin_blur_manager_create(globals.blurs.get(), surface.get()));
-    }
-    org_kde_kwin_blur_set_region(blur.get(), shape.get());
-    org_kde_kwin_blur_commit(blur.get());
-}
-
 void LayerSurface::show(PixelBuffer& picture) {
     static constexpr wl_callback_listener listener{.done = [](void* data, wl_callback*, std::uint32_t) {
         self(data).frame.reset();

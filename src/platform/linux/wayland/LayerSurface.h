@@ -4,6 +4,7 @@
 #include "platform/linux/wayland/Globals.h"
 #include "platform/linux/wayland/Outputs.h"
 #include "platform/linux/wayland/PixelBuffer.h"
+#include "platform/linux/wayland/SurfaceBlur.h"
 
 #include <QRegion>
 #include <functional>
@@ -43,7 +44,7 @@ public:
 
     /// The part behind which the compositor shall blur, in points from the surface's corner, with the next
     /// picture. Nothing where it does not blur.
-    void setBlur(const QRegion& region);
+    void setBlur(const QRegion& region) { blur.setRegion(region); }
 
     /// Puts a picture of `pixelSize()` on the screen.
     void show(PixelBuffer& picture);
@@ -67,12 +68,11 @@ private:
     Handle<wl_surface> surface;
     Handle<wp_viewport> viewport;
     Handle<wp_fractional_scale_v1> fractionalScale;
-    Handle<org_kde_kwin_blur> blur;
+    SurfaceBlur blur{globals, *surface};
     Handle<zwlr_layer_surface_v1> layer;
     Handle<wl_callback> frame;             ///< while the compositor has not shown the last picture
     std::vector<const wl_output*> entered; ///< only compared
-    Outputs::Token outputsToken;
-    QRegion blurred;
+    Listeners::Token outputsToken;
     bool configured = false;
     bool drawn = false;
 };

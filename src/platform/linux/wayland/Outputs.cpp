@@ -103,19 +103,7 @@ void Outputs::changed() {
     if (!found.empty()) {
         latest = std::move(found);
     }
-    std::erase_if(listeners, [](const auto& listener) { return listener.expired(); });
-    const auto present = listeners;
-    for (const auto& weak : present) {
-        if (const auto listener = weak.lock()) {
-            (*listener)();
-        }
-    }
-}
-
-Outputs::Token Outputs::listen(std::function<void()> listener) {
-    auto token = std::make_shared<const std::function<void()>>(std::move(listener));
-    listeners.push_back(token);
-    return token;
+    listeners.notify();
 }
 
 std::vector<std::uint32_t> Outputs::names() const {

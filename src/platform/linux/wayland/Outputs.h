@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/linux/wayland/Globals.h"
+#include "platform/linux/wayland/Listeners.h"
 #include "platform/linux/wayland/OutputLayout.h"
 
 #include <functional>
@@ -69,18 +70,17 @@ public:
     /// 0 when there is no such output.
     [[nodiscard]] std::uint32_t nameOf(const wl_output* output) const;
 
-    /// Ends the listening when released.
-    using Token = std::shared_ptr<const void>;
-
     /// Calls `listener` after outputs have come, gone or changed.
-    [[nodiscard]] Token listen(std::function<void()> listener);
+    [[nodiscard]] Listeners::Token listen(std::function<void()> listener) {
+        return listeners.add(std::move(listener));
+    }
 
 private:
     void update();
     void changed();
 
     Globals& globals;
-    std::vector<std::weak_ptr<const std::function<void()>>> listeners;
+    Listeners listeners;
     std::map<std::uint32_t, std::unique_ptr<Output>> all; ///< names grow
     std::vector<OutputGeometry> latest{
         {.logical = {0, 0, 1920, 1080}, .pixels = {1920, 1080}}}; ///< never empty

@@ -3,7 +3,7 @@
 namespace orvantile::platform::wayland {
 
 BackdropPicture WaylandBackdrop::behind(const Rect&) {
-    if (globals.blurs) {
+    if (globals.blur.stands()) {
         return CompositorBlurs{};
     }
     return NoBackdrop{};

@@ -10,7 +10,7 @@
 
 namespace orvantile::platform::wayland {
 
-WaylandPanel::WaylandPanel(WaylandConnection& connection_, const Globals& globals_, Outputs& outputs_,
+WaylandPanel::WaylandPanel(WaylandConnection& connection_, Globals& globals_, Outputs& outputs_,
                            Scheduler& scheduler, const WaylandScreens& screens_)
     : connection(connection_),
       globals(globals_),
@@ -21,6 +21,11 @@ WaylandPanel::WaylandPanel(WaylandConnection& connection_, const Globals& global
     for (auto& buffer : buffers) {
         buffer.onReleased = [this] { continueDrawing(); };
     }
+    // The content looks different where the compositor blurs behind it.
+    blurToken = globals_.blur.listen([this] {
+        preparedScale = 0;
+        frames.invalidate();
+    });
 }
 
 void WaylandPanel::setContent(std::shared_ptr<PanelContent> content_) {

@@ -16,8 +16,8 @@ namespace orvantile::platform::wayland {
 /// output.
 class WaylandPanel final : public Panel {
 public:
-    WaylandPanel(WaylandConnection& connection, const Globals& globals, Outputs& outputs,
-                 Scheduler& scheduler, const WaylandScreens& screens);
+    WaylandPanel(WaylandConnection& connection, Globals& globals, Outputs& outputs, Scheduler& scheduler,
+                 const WaylandScreens& screens);
 
     void setContent(std::shared_ptr<PanelContent> content) override;
     void setFrame(const Rect& frame, bool display) override;
@@ -51,6 +51,7 @@ private:
     std::array<PixelBuffer, 3> buffers;
     std::unique_ptr<LayerSurface> surface;
     desktop::PanelFrames frames;
+    Listeners::Token blurToken;
 };
 
 } // namespace orvantile::platform::wayland

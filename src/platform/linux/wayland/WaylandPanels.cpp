@@ -4,7 +4,7 @@
 
 namespace orvantile::platform::wayland {
 
-WaylandPanels::WaylandPanels(WaylandConnection& connection_, const Globals& globals_, Outputs& outputs_,
+WaylandPanels::WaylandPanels(WaylandConnection& connection_, Globals& globals_, Outputs& outputs_,
                              Scheduler& scheduler_, const WaylandScreens& screens_)
     : connection(connection_),
       globals(globals_),

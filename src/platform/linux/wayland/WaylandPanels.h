@@ -8,14 +8,14 @@ namespace orvantile::platform::wayland {
 
 class WaylandPanels final : public Panels {
 public:
-    WaylandPanels(WaylandConnection& connection, const Globals& globals, Outputs& outputs,
-                  Scheduler& scheduler, const WaylandScreens& screens);
+    WaylandPanels(WaylandConnection& connection, Globals& globals, Outputs& outputs, Scheduler& scheduler,
+                  const WaylandScreens& screens);
 
     [[nodiscard]] std::shared_ptr<Panel> create(const PanelAttributes& attributes) override;
 
 private:
     WaylandConnection& connection;
-    const Globals& globals;
+    Globals& globals;
     Outputs& outputs;
     Scheduler& scheduler;
     const WaylandScreens& screens;
