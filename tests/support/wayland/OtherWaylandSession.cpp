@@ -24,7 +24,7 @@ OtherWaylandSession::OtherWaylandSession(Compositor kind) : PrivateEnvironment(u
     if (kind == Compositor::weston) {
         startWeston();
     } else {
-        startKWin();
+        startKWin(kind == Compositor::kwinWithEffects);
     }
     setVariable(u"WAYLAND_DISPLAY"_s, display);
     startAccessibility();
@@ -44,7 +44,7 @@ void OtherWaylandSession::startWeston() {
     awaitServer("xserver listening on display ");
 }
 
-void OtherWaylandSession::startKWin() {
+void OtherWaylandSession::startKWin(bool effects) {
     // The installed program may raise its priority, which containers refuse to grant; a copy may not.
     const auto installed = QStandardPaths::findExecutable(u"kwin_wayland"_s);
     const QString copy = home() + u"/kwin_wayland"_s;
@@ -52,7 +52,11 @@ void OtherWaylandSession::startKWin() {
         fail(u"kwin_wayland is missing"_s);
     }
     setVariable(u"QT_QUICK_BACKEND"_s, u"software"_s);
-    setVariable(u"KWIN_COMPOSE"_s, u"Q"_s);
+    setVariable(u"KWIN_COMPOSE"_s, effects ? u"O2"_s : u"Q"_s);
+    setVariable(u"LIBGL_ALWAYS_SOFTWARE"_s, u"1"_s);
+    // Anybody may take pictures of the screen and play the keyboard.
+    setVariable(u"KWIN_SCREENSHOT_NO_PERMISSION_CHECKS"_s, u"1"_s);
+    setVariable(u"KWIN_WAYLAND_NO_PERMISSION_CHECKS"_s, u"1"_s);
     const auto said = writeFile(u"say"_s, "#!/bin/sh\necho \"display $DISPLAY\"\nexec sleep infinity\n");
     QFile::setPermissions(said, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
     compositor = start(copy, {u"--virtual"_s, u"--width"_s, u"1280"_s, u"--height"_s, u"800"_s, u"--socket"_s,
@@ -70,6 +74,10 @@ void OtherWaylandSession::awaitServer(const QByteArray& before) {
         }
     }
     fail(u"the compositor did not start: "_s + QString::fromUtf8(compositor->standardError()));
+}
+
+QString OtherWaylandSession::compositorSocket() const {
+    return runtimeDirectory() % u'/' % display;
 }
 
 void OtherWaylandSession::stopCompositor() {

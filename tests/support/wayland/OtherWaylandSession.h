@@ -12,14 +12,18 @@ namespace orvantile::test {
 class OtherWaylandSession final : public PrivateEnvironment {
 public:
     enum class Compositor {
-        weston, ///< has no layer surfaces
-        kwin,   ///< has them, and blurs what lies behind
+        weston,          ///< has no layer surfaces
+        kwin,            ///< has them
+        kwinWithEffects, ///< draws with OpenGL, as its effects and pictures of the screen need; starts slowly
     };
 
     explicit OtherWaylandSession(Compositor kind);
     OtherWaylandSession(const OtherWaylandSession&) = delete;
     OtherWaylandSession& operator=(const OtherWaylandSession&) = delete;
     ~OtherWaylandSession() override;
+
+    /// The path of the compositor's socket.
+    [[nodiscard]] QString compositorSocket() const;
 
     /// Kills the compositor under everybody, and its X server with it.
     void stopCompositor();
@@ -29,7 +33,7 @@ public:
 
 private:
     void startWeston();
-    void startKWin();
+    void startKWin(bool effects);
     void awaitServer(const QByteArray& before);
 
     std::unique_ptr<ChildProcess> compositor;
