@@ -3,6 +3,7 @@
 
 option(ORVANTILE_TESTS "Build the tests" ON)
 option(ORVANTILE_BENCH "Build the benchmarks" OFF)
+option(ORVANTILE_TRACE "Let the program record where time goes (for the benchmarks; not for what is released)" OFF)
 option(ORVANTILE_DEMO "Build the demonstration on a private desktop" OFF)
 option(ORVANTILE_FUZZ "Build the fuzz targets with libFuzzer (clang only)" OFF)
 option(ORVANTILE_COVERAGE "Instrument for coverage" OFF)
@@ -31,6 +32,11 @@ endif()
 
 add_library(orvantile_options INTERFACE)
 add_library(orvantile::options ALIAS orvantile_options)
+if(ORVANTILE_TRACE)
+  # Found before the empty class of the same name.
+  target_include_directories(orvantile_options INTERFACE "${CMAKE_SOURCE_DIR}/src/trace/recording")
+  target_link_libraries(orvantile_options INTERFACE orvantile_trace)
+endif()
 target_include_directories(orvantile_options INTERFACE "${CMAKE_SOURCE_DIR}/src")
 include(Warnings)
 include(QtStrict)

@@ -2,7 +2,7 @@
 
 #include "support/desktop/Window.h"
 
-#include <array>
+#include <chrono>
 #include <stdexcept>
 #include <xcb/damage.h>
 #include <xcb/xtest.h>
@@ -90,6 +90,8 @@ Eyes::Sighting Eyes::shoot() {
     send(XCB_KEY_PRESS, control);
     x.synchronize();
     clock.restart();
+    pressed = std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now().time_since_epoch())
+                  .count();
     send(XCB_KEY_PRESS, letter);
     xcb_flush(x.get());
     const auto seen = [this] {

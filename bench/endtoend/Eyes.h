@@ -32,6 +32,9 @@ public:
     /// Presses Ctrl+A once. Waits until the window shows and until it has gone again.
     Sighting shoot();
 
+    /// When the latest key press was sent, in milliseconds of the steady clock.
+    [[nodiscard]] double pressedAt() const { return pressed; }
+
     [[nodiscard]] std::uint8_t key() const { return letter; }
 
     /// Gives the desktop a colour on which everything is seen.
@@ -53,6 +56,7 @@ private:
     QRect probe;
     QByteArray before;
     QElapsedTimer clock;
+    double pressed = 0;
     Sighting sighting;
     double touched = -1; ///< when something was drawn over the probe
     bool isMapped = false;

@@ -2,6 +2,7 @@
 
 #include "app/ActionLabel.h"
 #include "app/SparkleUpdater.h"
+#include "trace/Trace.h"
 
 #include <utility>
 
@@ -11,6 +12,11 @@ namespace {
 using Qt::StringLiterals::operator""_s;
 
 constexpr int enabledTag = 1;
+
+std::optional<QString> composeLabel(const std::optional<QString>& shortcut, const QString& title) {
+    const trace::Span span(trace::Step::label);
+    return actionLabel(Settings::shared(), shortcut, title);
+}
 
 } // namespace
 
@@ -129,7 +135,7 @@ std::shared_ptr<platform::Menu> AppDelegate::buildMenu() {
 void AppDelegate::installActionCallback() {
     monitor->onAction = [delegate = weak_from_this()](const std::optional<QString>& shortcut,
                                                       const QString& title) {
-        const auto label = actionLabel(Settings::shared(), shortcut, title);
+        const auto label = composeLabel(shortcut, title);
         if (!label) {
             return;
         }

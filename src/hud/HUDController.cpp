@@ -3,6 +3,7 @@
 #include "hud/HUDHostingView.h"
 #include "hud/HUDView.h"
 #include "hud/LabelFont.h"
+#include "trace/Trace.h"
 
 #include <utility>
 
@@ -37,6 +38,7 @@ void HUDController::createPanel() {
 }
 
 void HUDController::show(const QString& text) {
+    const trace::Span span(trace::Step::show);
     if (!panel) {
         createPanel();
     }
@@ -57,6 +59,7 @@ void HUDController::show(const QString& text) {
     panel->orderFrontRegardless();
     panel->animateAlpha(1, fadeInSeconds, {});
     if (settings.soundEnabled()) {
+        const trace::Span sounding(trace::Step::sound);
         platform.sounds->play(settings.sound().rawValue());
     }
 

@@ -1,5 +1,7 @@
 #include "hud/HUDHostingView.h"
 
+#include "trace/Trace.h"
+
 #include <algorithm>
 #include <cstdlib>
 #include <utility>
@@ -9,6 +11,11 @@ namespace {
 
 constexpr int rounding = 2; // device pixels
 
+platform::Size measure(const HUDView& view) {
+    const trace::Span span(trace::Step::measure);
+    return view.fittingSize();
+}
+
 } // namespace
 
 HUDHostingView::HUDHostingView(HUDView view_, platform::Backdrop& backdrop_,
@@ -16,7 +23,7 @@ HUDHostingView::HUDHostingView(HUDView view_, platform::Backdrop& backdrop_,
     : view(std::move(view_)),
       backdrop(backdrop_),
       screens(screens_),
-      size(this->view.fittingSize()) {}
+      size(measure(this->view)) {}
 
 platform::Size HUDHostingView::fittingSize() const {
     return size;
@@ -35,18 +42,24 @@ platform::Rect HUDHostingView::onScreens(const platform::Rect& frame) const {
     return {seen.x(), seen.y(), seen.width(), seen.height()};
 }
 
+platform::BackdropPicture HUDHostingView::pictureBehind(const platform::Rect& visible) {
+    const trace::Span span(trace::Step::backdrop);
+    return backdrop.behind(visible);
+}
+
 platform::BackdropPicture HUDHostingView::behind(const platform::Rect& visible, const QSize& pixels,
                                                  double scale) {
     if (!view.translucent) {
         return platform::NoBackdrop{};
     }
-    auto found = backdrop.behind(visible);
+    auto found = pictureBehind(visible);
     if (auto* image = std::get_if<QImage>(&found)) {
         const auto missing = pixels - image->size();
         if (std::max(std::abs(missing.width()), std::abs(missing.height())) > rounding) {
             *image = image->scaled(pixels); // once blurred, nobody sees that some lies off the screens
         }
     }
+    const trace::Span span(trace::Step::blur);
     return VisualEffectBackground::blurred(found, scale);
 }
 
@@ -63,13 +76,18 @@ void HUDHostingView::prepare(const platform::Rect& frame, double scale) {
     const auto pixels = QRectF(part.topLeft() * scale, part.size() * scale).toAlignedRect();
     pictureOrigin = pixels.topLeft();
     const auto behind = this->behind(visible, pixels.size(), scale);
-    picture = view.picture(scale, behind, {QPointF(pixels.topLeft()) / scale, QSizeF(pixels.size()) / scale});
+    draw(scale, behind, {QPointF(pixels.topLeft()) / scale, QSizeF(pixels.size()) / scale});
     blurred = {};
     if (std::holds_alternative<platform::CompositorBlurs>(behind)) {
         const auto capsule = view.capsule();
         const double radius = std::min(capsule.width(), capsule.height()) / 2;
         blurred.addRoundedRect(capsule, radius, radius);
     }
+}
+
+void HUDHostingView::draw(double scale, const platform::BackdropPicture& behind, const QRectF& part) {
+    const trace::Span span(trace::Step::paint);
+    picture = view.picture(scale, behind, part);
 }
 
 QPainterPath HUDHostingView::blurRegion() const {

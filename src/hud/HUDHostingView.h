@@ -28,6 +28,9 @@ private:
     [[nodiscard]] platform::BackdropPicture behind(const platform::Rect& visible, const QSize& pixels,
                                                    double scale);
 
+    [[nodiscard]] platform::BackdropPicture pictureBehind(const platform::Rect& visible);
+    void draw(double scale, const platform::BackdropPicture& behind, const QRectF& part);
+
     HUDView view;
     platform::Backdrop& backdrop;
     const platform::Screens& screens;

@@ -1,5 +1,7 @@
 #include "monitor/ShortcutMonitor.h"
 
+#include "trace/Trace.h"
+
 #include <limits>
 #include <utility>
 
@@ -83,6 +85,7 @@ void ShortcutMonitor::handleNotification(const QString& name, const platform::Ac
         if (openMenus != 0) {
             return;
         }
+        const trace::Span span(trace::Step::report);
         auto itemTitle = title(element);
         if (!itemTitle || itemTitle->isEmpty() || !onAction) {
             return;

@@ -2,6 +2,7 @@
 
 #include "platform/linux/session/ApplicationNode.h"
 #include "platform/linux/session/LinuxObserver.h"
+#include "trace/Trace.h"
 
 #include <algorithm>
 #include <utility>
@@ -84,6 +85,7 @@ void ShortcutSource::keyPressed(const keys::Candidates& candidates) {
     if (believed) {
         return;
     }
+    const trace::Span span(trace::Step::lookup);
     if (auto node = menus.commandFor(*window, candidates).command) {
         latestTitle = node->copyAttribute(title);
         attached->post(itemSelected, AccessibilityElement(std::move(node)));

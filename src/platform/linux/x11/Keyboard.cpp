@@ -2,6 +2,7 @@
 
 #include "platform/linux/keys/KeyCandidates.h"
 #include "platform/linux/x11/XkbProtocol.h"
+#include "trace/Trace.h"
 
 #include <array>
 #include <bit>
@@ -97,6 +98,7 @@ void Keyboard::handle(const xcb_generic_event_t& event) {
     if ((key->flags & XCB_INPUT_KEY_EVENT_FLAGS_KEY_REPEAT) != 0) {
         return;
     }
+    const trace::Span span(trace::Step::key);
     if (reload.isActive()) {
         loadKeymap();
     }

@@ -1,5 +1,7 @@
 #include "platform/linux/x11/PanelSurface.h"
 
+#include "trace/Trace.h"
+
 #include <algorithm>
 #include <bit>
 
@@ -31,6 +33,7 @@ void PanelSurface::handle(const xcb_generic_event_t& event) {
     if (completionEvent == 0 || (event.response_type & withoutSentFlag) != completionEvent) {
         return;
     }
+    trace::mark(trace::Step::pixelsRead);
     const auto segment = std::bit_cast<const xcb_shm_completion_event_t*>(&event)->shmseg;
     for (auto& buffer : buffers) {
         if (buffer.pixels.segment() == segment) {

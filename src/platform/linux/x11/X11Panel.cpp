@@ -1,6 +1,7 @@
 #include "platform/linux/x11/X11Panel.h"
 
 #include "platform/linux/desktop/PanelComposer.h"
+#include "trace/Trace.h"
 
 #include <QPainterPath>
 #include <QPolygon>
@@ -88,16 +89,19 @@ void X11Panel::present(const PanelFrame& next) {
         connection.flush();
         return;
     }
+    std::optional<trace::Span> step(std::in_place, trace::Step::compose);
     auto pixels = surface.begin({visiblePart.width, visiblePart.height});
     if (!pixels) {
         return; // the server has not read the last two; it tells when it has
     }
     desktop::composePanel(*pixels, next, {place.pixels.width, place.pixels.height},
                           {visiblePart.x - place.pixels.x, visiblePart.y - place.pixels.y}, beneath());
+    step.emplace(trace::Step::put);
     surface.commit(*pixels);
     window.setBlur(compositor.blurs() ? blurFor(next) : QRegion());
     window.place(visiblePart);
     if (!window.isShown()) {
+        step.emplace(trace::Step::map);
         window.show();
         accessible.setShowing(true);
     }
