@@ -26,9 +26,8 @@ X11Panel::X11Panel(XConnection& connection_, Scheduler& scheduler_, const X11Scr
 void X11Panel::setContent(std::shared_ptr<PanelContent> content_) {
     content = std::move(content_);
     prepared = false;
-    const auto title = content ? content->title() : QString();
-    window.setTitle(title);
-    accessible.setName(title);
+    named = false;
+    window.setTitle(content ? content->title() : QString());
     frames.setContent(content);
 }
 
@@ -103,12 +102,16 @@ void X11Panel::present(const PanelFrame& next) {
     if (!window.isShown()) {
         step.emplace(trace::Step::map);
         window.show();
-        accessible.setShowing(true);
     }
+    connection.flush(); // what follows need not be waited for
+    step.reset();
+    if (!std::exchange(named, true)) {
+        accessible.setName(content->title());
+    }
+    accessible.setShowing(true);
     if (!std::exchange(covering, true)) {
         grab.panelCovers(visiblePart);
     }
-    connection.flush();
 }
 
 bool X11Panel::isBlended() {

@@ -49,6 +49,7 @@ private:
     ScreenLayout::Placement place{}; ///< of `frame`
     PixelRect visiblePart;           ///< of `place`, on the screen
     bool prepared = false;           ///< the content has drawn its picture for `place`
+    bool named = false;              ///< the content's title has been told to assistive technology
     bool covering = false;           ///< what it hides has been put by
     bool onScreen = false;
     std::optional<QImage> underlay;      ///< what lies under `visiblePart`, where nobody blends
