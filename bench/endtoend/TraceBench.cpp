@@ -40,6 +40,7 @@ std::vector<Step> steps() {
             {u"label"_s, u"… the words put together"_s, {}, {}},
             {u"show"_s, u"… the controller's whole `show`"_s, {}, {}},
             {u"measure"_s, u"…… label measured"_s, {}, {}},
+            {u"shadow"_s, u"…… shadow drawn, while the server looks what lies behind"_s, {}, {}},
             {u"backdrop"_s, u"…… picture of what lies behind"_s, {}, {}},
             {u"blur"_s, u"…… blur of it"_s, {}, {}},
             {u"paint"_s, u"…… capsule drawn"_s, {}, {}},

@@ -1,9 +1,11 @@
 #include "hud/HUDHostingView.h"
 
+#include "hud/HUDDrawing.h"
 #include "trace/Trace.h"
 
 #include <algorithm>
 #include <cstdlib>
+#include <optional>
 #include <utility>
 
 namespace orvantile {
@@ -11,9 +13,9 @@ namespace {
 
 constexpr int rounding = 2; // device pixels
 
-platform::Size measure(const HUDView& view) {
+TextLabel layOut(const HUDView& view) {
     const trace::Span span(trace::Step::measure);
-    return view.fittingSize();
+    return {view.text, view.fontSize};
 }
 
 } // namespace
@@ -21,9 +23,10 @@ platform::Size measure(const HUDView& view) {
 HUDHostingView::HUDHostingView(HUDView view_, platform::Backdrop& backdrop_,
                                const platform::Screens& screens_)
     : view(std::move(view_)),
+      label(layOut(this->view)),
       backdrop(backdrop_),
       screens(screens_),
-      size(measure(this->view)) {}
+      size(this->view.fittingSize(label.size())) {}
 
 platform::Size HUDHostingView::fittingSize() const {
     return size;
@@ -75,19 +78,23 @@ void HUDHostingView::prepare(const platform::Rect& frame, double scale) {
         QRectF(centre + (seen.topLeft() - centre) / smallest, seen.size() / smallest).intersected(whole);
     const auto pixels = QRectF(part.topLeft() * scale, part.size() * scale).toAlignedRect();
     pictureOrigin = pixels.topLeft();
+    if (view.translucent) {
+        backdrop.prepare(visible);
+    }
+    std::optional<trace::Span> step(std::in_place, trace::Step::shadow);
+    HUDDrawing drawing(view, label, scale,
+                       {QPointF(pixels.topLeft()) / scale, QSizeF(pixels.size()) / scale});
+    step.reset();
     const auto behind = this->behind(visible, pixels.size(), scale);
-    draw(scale, behind, {QPointF(pixels.topLeft()) / scale, QSizeF(pixels.size()) / scale});
+    step.emplace(trace::Step::paint);
+    picture = drawing.finish(behind);
+    step.reset();
     blurred = {};
     if (std::holds_alternative<platform::CompositorBlurs>(behind)) {
-        const auto capsule = view.capsule();
+        const auto capsule = view.capsule(label.size());
         const double radius = std::min(capsule.width(), capsule.height()) / 2;
         blurred.addRoundedRect(capsule, radius, radius);
     }
-}
-
-void HUDHostingView::draw(double scale, const platform::BackdropPicture& behind, const QRectF& part) {
-    const trace::Span span(trace::Step::paint);
-    picture = view.picture(scale, behind, part);
 }
 
 QPainterPath HUDHostingView::blurRegion() const {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "hud/HUDView.h"
+#include "hud/TextLabel.h"
 #include "platform/Backdrop.h"
 #include "platform/Panel.h"
 #include "platform/Screens.h"
@@ -29,9 +30,9 @@ private:
                                                    double scale);
 
     [[nodiscard]] platform::BackdropPicture pictureBehind(const platform::Rect& visible);
-    void draw(double scale, const platform::BackdropPicture& behind, const QRectF& part);
 
     HUDView view;
+    TextLabel label;
     platform::Backdrop& backdrop;
     const platform::Screens& screens;
     platform::Size size;

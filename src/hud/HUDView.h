@@ -38,6 +38,10 @@ struct HUDView {
     /// The capsule inside a view of the fitting size.
     [[nodiscard]] QRectF capsule() const;
 
+    /// The same, for callers that have laid the label out and know its size.
+    [[nodiscard]] platform::Size fittingSize(const QSizeF& label) const;
+    [[nodiscard]] QRectF capsule(const QSizeF& label) const;
+
     /// `part` of the view in a picture of `scale` device pixels per point, as it looks when it has entered.
     /// `blurred`: what lies behind `part`, as `VisualEffectBackground::blurred` gives it.
     [[nodiscard]] QImage picture(double scale, const platform::BackdropPicture& blurred,
@@ -52,9 +56,6 @@ struct HUDView {
     /// Around the label, on each side.
     [[nodiscard]] double horizontalPadding() const;
     [[nodiscard]] double verticalPadding() const;
-
-private:
-    [[nodiscard]] QRectF capsuleFor(const QSizeF& label) const;
 };
 
 } // namespace orvantile

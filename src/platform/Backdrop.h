@@ -24,6 +24,9 @@ public:
     Backdrop& operator=(const Backdrop&) = delete;
     virtual ~Backdrop() = default;
 
+    /// Says that `behind` is about to be asked for `rect`, so that an answer that takes time is on its way.
+    virtual void prepare(const Rect&) {}
+
     /// What lies behind `rect` (screen points).
     [[nodiscard]] virtual BackdropPicture behind(const Rect& rect) = 0;
 };

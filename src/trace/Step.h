@@ -12,6 +12,7 @@ enum class Step : std::uint8_t {
     label,     ///< the words to show
     show,      ///< the controller's whole `show`
     measure,   ///< how large the label is
+    shadow,    ///< and whatever else is drawn before the backdrop is known
     backdrop,  ///< the picture of what lies behind; waits for the server
     blur,      ///< of that picture
     paint,     ///< of the capsule

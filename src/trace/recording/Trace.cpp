@@ -11,7 +11,7 @@
 namespace orvantile::trace {
 namespace {
 
-constexpr std::array names{"key",  "lookup", "report",  "label", "show", "measure", "backdrop",
+constexpr std::array names{"key",  "lookup", "report",  "label", "show", "measure", "shadow",    "backdrop",
                            "blur", "paint",  "compose", "put",   "map",  "sound",   "pixelsRead"};
 
 std::int64_t now() {

@@ -14,12 +14,16 @@ using ::testing::IsEmpty;
 
 class RecordingBackdrop final : public platform::Backdrop {
 public:
+    void prepare(const platform::Rect& rect) override { announced.push_back(rect); }
+
     [[nodiscard]] platform::BackdropPicture behind(const platform::Rect& rect) override {
+        EXPECT_THAT(announced, ::testing::Contains(rect));
         asked.push_back(rect);
         return answer;
     }
 
     platform::BackdropPicture answer = platform::NoBackdrop{};
+    std::vector<platform::Rect> announced;
     std::vector<platform::Rect> asked;
 };
 
@@ -33,9 +37,11 @@ protected:
 TEST_F(HUDHostingViewTest, asksForTheBackdropOnlyWhenTranslucent) {
     HUDHostingView flat({.text = u"x"_s, .translucent = false}, backdrop, screens);
     flat.prepare(frame, 1);
+    EXPECT_THAT(backdrop.announced, IsEmpty());
     EXPECT_THAT(backdrop.asked, IsEmpty());
     HUDHostingView glass({.text = u"x"_s, .translucent = true}, backdrop, screens);
     glass.prepare(frame, 1);
+    EXPECT_THAT(backdrop.announced, ElementsAre(frame));
     EXPECT_THAT(backdrop.asked, ElementsAre(frame));
 }
 

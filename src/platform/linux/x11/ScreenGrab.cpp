@@ -33,6 +33,39 @@ ScreenGrab::ScreenGrab(XConnection& connection_, const X11Screens& screens_)
       screens(screens_),
       pixels(connection) {}
 
+ScreenGrab::~ScreenGrab() {
+    cancel();
+}
+
+void ScreenGrab::request(const PixelRect& area) {
+    const auto visible = area.intersected(screens.bounds());
+    if ((latest && latest->area.contains(area)) || visible.isEmpty() || !hasPlainPixels(connection)) {
+        return;
+    }
+    cancel();
+    const auto bytes =
+        std::size_t{4} * static_cast<std::size_t>(visible.width) * static_cast<std::size_t>(visible.height);
+    if (pixels.reserve(bytes) && pixels.segment() != 0) {
+        requested = Request{visible, send(visible)};
+        connection.flush();
+    }
+}
+
+/// The server still writes what it was asked for; nobody reads it.
+void ScreenGrab::cancel() {
+    if (requested) {
+        xcb_discard_reply(connection.get(), requested->cookie.sequence);
+        requested.reset();
+    }
+}
+
+xcb_shm_get_image_cookie_t ScreenGrab::send(const PixelRect& area) const {
+    return xcb_shm_get_image(connection.get(), connection.root(), static_cast<std::int16_t>(area.x),
+                             static_cast<std::int16_t>(area.y), static_cast<std::uint16_t>(area.width),
+                             static_cast<std::uint16_t>(area.height), allPlanes, XCB_IMAGE_FORMAT_Z_PIXMAP,
+                             pixels.segment(), 0);
+}
+
 std::optional<QImage> ScreenGrab::take(const PixelRect& area) {
     if (!latest || !latest->area.contains(area)) {
         auto image = grab(area);
@@ -75,12 +108,14 @@ bool ScreenGrab::fetch(const PixelRect& area, QImage& into) {
     const auto y = static_cast<std::int16_t>(area.y);
     const auto width = static_cast<std::uint16_t>(area.width);
     const auto height = static_cast<std::uint16_t>(area.height);
-    if (pixels.reserve(bytes) && pixels.segment() != 0) {
-        const Reply<xcb_shm_get_image_reply_t> reply(xcb_shm_get_image_reply(
-            connection.get(),
-            xcb_shm_get_image(connection.get(), connection.root(), x, y, width, height, allPlanes,
-                              XCB_IMAGE_FORMAT_Z_PIXMAP, pixels.segment(), 0),
-            nullptr));
+    if (!requested || requested->area != area) {
+        cancel();
+    }
+    if (requested || (pixels.reserve(bytes) && pixels.segment() != 0)) {
+        const auto cookie = requested ? requested->cookie : send(area);
+        requested.reset();
+        const Reply<xcb_shm_get_image_reply_t> reply(
+            xcb_shm_get_image_reply(connection.get(), cookie, nullptr));
         if (reply) {
             std::memcpy(into.bits(), pixels.bytes(), bytes);
             return true;

@@ -10,21 +10,27 @@
 
 namespace orvantile::platform::x11 {
 
-/// Pictures of the screen as it looks without the panel. Main thread only; takes one round trip to the
-/// server.
+/// Pictures of the screen as it looks without the panel. Main thread only; `take` waits for the server,
+/// unless its answer to `request` has come meanwhile.
 class ScreenGrab {
 public:
     ScreenGrab(XConnection& connection, const X11Screens& screens);
     ScreenGrab(const ScreenGrab&) = delete;
     ScreenGrab& operator=(const ScreenGrab&) = delete;
-    ~ScreenGrab() = default;
+    ~ScreenGrab();
+
+    /// Asks for what is in `area`, so that `take` of the same area finds it on its way.
+    void request(const PixelRect& area);
 
     /// What is in `area`, opaque, black beyond the screen. Absent when the server does not tell. Until
     /// `forget`, an area within the latest is answered from memory.
     [[nodiscard]] std::optional<QImage> take(const PixelRect& area);
 
     /// The next picture is taken from the screen.
-    void forget() { latest.reset(); }
+    void forget() {
+        latest.reset();
+        cancel();
+    }
 
     /// The panel has come up over the latest picture, in `area`: from now on that stands for what it hides.
     void panelCovers(const PixelRect& area);
@@ -38,6 +44,14 @@ private:
         QImage image; ///< null when it is not known
     };
 
+    /// A picture that the server has been asked for and writes into `pixels`.
+    struct Request {
+        PixelRect area; ///< on the screen
+        xcb_shm_get_image_cookie_t cookie;
+    };
+
+    void cancel();
+    [[nodiscard]] xcb_shm_get_image_cookie_t send(const PixelRect& area) const;
     [[nodiscard]] std::optional<QImage> grab(const PixelRect& area);
     void uncover(QImage& image, const PixelRect& area) const;
     [[nodiscard]] bool fetch(const PixelRect& area, QImage& into);
@@ -47,6 +61,7 @@ private:
     XConnection& connection;
     const X11Screens& screens;
     SharedPixels pixels;
+    std::optional<Request> requested;
     std::optional<Picture> latest;
     std::optional<Picture> cover;
     QElapsedTimer gone; ///< since the panel went, valid while it is down

@@ -2,6 +2,12 @@
 
 namespace orvantile::platform::x11 {
 
+void X11Backdrop::prepare(const Rect& rect) {
+    if (!compositor.blurs()) {
+        grab.request(screens.place(rect).pixels);
+    }
+}
+
 BackdropPicture X11Backdrop::behind(const Rect& rect) {
     if (compositor.blurs()) {
         return CompositorBlurs{};

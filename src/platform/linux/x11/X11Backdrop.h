@@ -14,6 +14,7 @@ public:
           compositor(compositor_),
           grab(grab_) {}
 
+    void prepare(const Rect& rect) override;
     [[nodiscard]] BackdropPicture behind(const Rect& rect) override;
 
 private:
