@@ -75,6 +75,8 @@ void Stage::startOrvantile(const QStringList& through) {
     const auto preferences =
         watcher.awaitWindow(titled(u"Orvantile Preferences"_s), QDeadlineTimer(startPatience));
     watcher.close(preferences.handle);
+    // A window that is still about to get the focus takes the keys that follow with it.
+    watcher.awaitGone(preferences.handle);
     if (before.handle != XCB_NONE) {
         watcher.activate(before.handle);
     }

@@ -51,7 +51,9 @@ TEST_F(RunningProgram, namesTheCommandOfAShortcutAndEndsCleanlyWithTheServer) {
     const auto editor = session.start(u"mousepad"_s, {session.writeFile(u"text.txt"_s, "text\n")});
     static_cast<void>(windows.awaitActive(ofProcess(editor->processIdentifier())));
     const auto orvantile = session.start(program);
-    windows.close(windows.awaitWindow(titled(u"Orvantile Preferences"_s)).handle);
+    const auto preferences = windows.awaitWindow(titled(u"Orvantile Preferences"_s)).handle;
+    windows.close(preferences);
+    windows.awaitGone(preferences);
     windows.activate(windows.awaitWindow(ofProcess(editor->processIdentifier())).handle);
     const auto shown = awaitFirst(u"Ctrl+a"_s);
     ASSERT_TRUE(shown);
