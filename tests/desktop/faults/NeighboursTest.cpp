@@ -1,6 +1,6 @@
 // Parts of the desktop that are stopped, or killed and started again, while the whole program runs.
 
-#include "desktop/applications/Stage.h"
+#include "desktop/faults/FullFunction.h"
 
 #include "support/QtPrinting.h"
 #include "support/desktop/SessionBusCalls.h"
@@ -16,28 +16,12 @@ namespace {
 using Qt::StringLiterals::operator""_s;
 using ::testing::ElementsAre;
 
-/// Generous on a busy machine; whatever waits for a part that hangs would take seconds.
-constexpr std::chrono::milliseconds soon{500};
-
 class Neighbours : public ::testing::Test {
 protected:
     void SetUp() override {
         editor = stage.start(mousepad);
         stage.startOrvantile();
         stage.awaitCommandsOf(mousepad);
-    }
-
-    /// Everything works, and at once.
-    void expectFullFunction() {
-        EXPECT_THAT(stage.awaitCommandsOf(mousepad), ElementsAre());
-        const auto pressed = std::chrono::steady_clock::now();
-        stage.keys().press(u"Ctrl+I"_s);
-        const auto hud = stage.huds().awaitNext();
-        ASSERT_TRUE(hud);
-        EXPECT_EQ(hud->label, u"⌃I  Increase Indent"_s);
-        EXPECT_LT(hud->time - pressed, soon);
-        EXPECT_TRUE(stage.huds().awaitHidden());
-        EXPECT_TRUE(stage.orvantile().isRunning());
     }
 
     [[nodiscard]] static pid_t ownerOn(const QString& address, const QString& name) {
@@ -48,9 +32,9 @@ protected:
     void expectFullFunctionWithout(pid_t process) {
         ASSERT_GT(process, 0);
         ASSERT_EQ(kill(process, SIGSTOP), 0);
-        expectFullFunction();
+        expectFullFunction(stage);
         ASSERT_EQ(kill(process, SIGCONT), 0);
-        expectFullFunction();
+        expectFullFunction(stage);
     }
 
     Stage stage;
@@ -62,15 +46,15 @@ TEST_F(Neighbours, windowManagerIsReplaced) {
     stage.keys().press(u"Ctrl+I"_s); // whatever is shown now, nothing hangs
     stage.session().startWindowManager(WindowManager::xfwm4);
     stage.windows().activate(editor.handle);
-    expectFullFunction();
+    expectFullFunction(stage);
 }
 
 TEST_F(Neighbours, compositorComesAndGoes) {
     for (int time = 0; time < 2; ++time) {
         stage.session().startCompositor();
-        expectFullFunction();
+        expectFullFunction(stage);
         stage.session().stopCompositor();
-        expectFullFunction();
+        expectFullFunction(stage);
     }
 }
 
@@ -79,11 +63,11 @@ TEST_F(Neighbours, registryOfApplicationsIsKilled) {
     const auto registry = ownerOn(address, u"org.a11y.atspi.Registry"_s);
     ASSERT_GT(registry, 0);
     ASSERT_EQ(kill(registry, SIGKILL), 0);
-    expectFullFunction();
+    expectFullFunction(stage);
     stage.start(geany); // which starts it again
     EXPECT_THAT(stage.awaitCommandsOf(geany), ElementsAre());
     stage.windows().activate(editor.handle);
-    expectFullFunction();
+    expectFullFunction(stage);
 }
 
 TEST_F(Neighbours, registryOfApplicationsHangs) {
@@ -107,14 +91,14 @@ TEST_F(Neighbours, sessionBusIsKilledAndStartedAgain) {
     // A program that has just been started would ask whether accessibility shall be switched on.
     const QDeadlineTimer started(std::chrono::seconds(3));
     while (!started.hasExpired()) {
-        expectFullFunction();
+        expectFullFunction(stage);
     }
     stage.session().stopSessionBus();
     stage.process(mousepad).end(); // programs of this toolkit end without their bus
     stage.session().startSessionBus();
     stage.session().startAccessibility();
     editor = stage.start(mousepad);
-    expectFullFunction();
+    expectFullFunction(stage);
 }
 
 TEST_F(Neighbours, programItselfIsStoppedForAWhileAsInASuspendedMachine) {
@@ -127,7 +111,7 @@ TEST_F(Neighbours, programItselfIsStoppedForAWhileAsInASuspendedMachine) {
     stage.orvantile().signal(SIGCONT);
     EXPECT_TRUE(stage.huds().awaitHidden());
     stage.huds().takeAll();
-    expectFullFunction();
+    expectFullFunction(stage);
 }
 
 } // namespace

@@ -25,6 +25,9 @@ Recording::Recording(SoundServer& server, std::size_t length, const QDeadlineTim
     while (samples.size() < length + lead && !deadline.hasExpired()) {
         rest += server.recorded(deadline);
         Samples fresh(static_cast<std::size_t>(rest.size()) / sizeof(std::int16_t));
+        if (fresh.empty()) {
+            continue;
+        }
         std::memcpy(fresh.data(), rest.constData(), fresh.size() * sizeof(std::int16_t));
         rest.remove(0, static_cast<qsizetype>(fresh.size() * sizeof(std::int16_t)));
         samples.insert(samples.end(), fresh.begin(), fresh.end());

@@ -20,7 +20,7 @@ public:
 
 private:
     using Clock = std::chrono::steady_clock;
-    static constexpr std::chrono::seconds patience{5};
+    static constexpr std::chrono::milliseconds patience{500};
 
     struct Destroy {
         void operator()(ca_context* context) const;
