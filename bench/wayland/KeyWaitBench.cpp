@@ -1,10 +1,11 @@
 // How long an application on Wayland waits with each key until those who asked for keys have answered, with
 // and without the program running, in turns.
 
-#include "desktop/wayland/WaylandStage.h"
 #include "support/Samples.h"
+#include "support/wayland/WaylandStage.h"
 
 #include <QElapsedTimer>
+#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <stdexcept>
@@ -72,6 +73,27 @@ void measure(const Application& application, Waits& waits, int shots) {
     }
 }
 
+/// What an application waits for while the program is stopped, and when it goes on again.
+void measureStopped(test::WaylandStage& stage, const Application& application) {
+    constexpr int control = 4;
+    constexpr int keyA = 38;
+    constexpr int keyX = 53;
+    const auto shortcut = [&] { return application.press('a', keyA, control, "a"); };
+    stage.orvantile().signal(SIGSTOP);
+    std::this_thread::sleep_for(100ms);
+    std::printf("program stopped: a letter %.1f ms, Ctrl+A", application.press('x', keyX, 0, "x"));
+    for (int shot = 0; shot < 5; ++shot) {
+        std::printf(" %.1f", shortcut());
+    }
+    stage.orvantile().signal(SIGCONT);
+    std::this_thread::sleep_for(500ms);
+    std::printf(" ms; going on again: Ctrl+A");
+    for (int shot = 0; shot < 5; ++shot) {
+        std::printf(" %.1f", shortcut());
+    }
+    std::printf(" ms\n");
+}
+
 int run(int shots) {
     constexpr int blocks = 8;
     test::WaylandStage stage;
@@ -84,6 +106,9 @@ int run(int shots) {
         stage.startOrvantile();
         stage.awaitCommandsOf(editor);
         measure(application, with, shots / blocks);
+        if (block + 1 == blocks) {
+            measureStopped(stage, application);
+        }
         stage.orvantile().end();
     }
     Samples::printHeader();

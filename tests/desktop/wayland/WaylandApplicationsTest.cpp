@@ -1,8 +1,9 @@
 // Real applications on a Wayland compositor, and what is named of them.
 
-#include "desktop/wayland/WaylandStage.h"
 #include "support/QtPrinting.h"
+#include "support/wayland/WaylandStage.h"
 
+#include <csignal>
 #include <gmock/gmock.h>
 
 namespace orvantile::test {
@@ -51,6 +52,21 @@ TEST(WaylandApplications, typedTextIsNotTold) {
     stage.awaitCommandsOf(mousepad);
     stage.keys().type(u"the quick brown fox"_s);
     EXPECT_THAT(stage.awaitCommandsOf(mousepad), IsEmpty());
+}
+
+TEST(WaylandApplications, commandsAreNamedAgainAfterTheProgramWasStopped) {
+    WaylandStage stage;
+    stage.start(mousepad);
+    stage.startOrvantile();
+    stage.awaitCommandsOf(mousepad);
+    stage.orvantile().signal(SIGSTOP);
+    stage.keys().press(u"Ctrl+Shift+S"_s);
+    stage.awaitFocus(u"Save As"_s); // by now the registry has given the program up
+    stage.orvantile().signal(SIGCONT);
+    stage.keys().press(u"Escape"_s);
+    stage.awaitFocus(mousepad.title);
+    stage.awaitCommandsOf(mousepad);
+    EXPECT_EQ(stage.fire(u"Ctrl+F"_s), u"⌃F  Find"_s);
 }
 
 TEST(WaylandApplications, anOpenMenuKeepsShortcutsFromBeingNamed) {

@@ -1,8 +1,8 @@
 // Programs of both window systems side by side, with and without panels of the compositor.
 
-#include "desktop/wayland/WaylandStage.h"
 #include "support/QtPrinting.h"
 #include "support/desktop/HudWatcher.h"
+#include "support/wayland/WaylandStage.h"
 
 #include <gmock/gmock.h>
 

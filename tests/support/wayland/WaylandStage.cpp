@@ -1,4 +1,4 @@
-#include "desktop/wayland/WaylandStage.h"
+#include "support/wayland/WaylandStage.h"
 
 #include <stdexcept>
 #include <thread>

@@ -4,7 +4,6 @@
 #include "support/wayland/PrivateWaylandSession.h"
 #include "support/wayland/VirtualKeyboard.h"
 
-#include <gtest/gtest.h>
 #include <map>
 #include <memory>
 
