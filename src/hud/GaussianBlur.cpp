@@ -63,9 +63,9 @@ struct Sums {
 void blurLine(Pixel* line, int count, std::ptrdiff_t step, const Box& box, Row& scratch) {
     // With the edges repeated, so that every box is full.
     const int border = box.radius + 1;
-    scratch.resize(static_cast<std::size_t>(count + 2 * border));
+    scratch.resize(static_cast<std::size_t>(count) + 2 * static_cast<std::size_t>(border));
     for (int i = 0; i < count; ++i) {
-        scratch[static_cast<std::size_t>(border + i)] = line[i * step];
+        scratch[static_cast<std::size_t>(border) + static_cast<std::size_t>(i)] = line[i * step];
     }
     std::fill_n(scratch.begin(), border, line[0]);
     std::fill_n(scratch.end() - border, border, line[(count - 1) * step]);

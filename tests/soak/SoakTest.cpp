@@ -2,9 +2,11 @@
 // stay the same.
 
 #include "desktop/applications/Stage.h"
+#include "desktop/preferences/PreferencesControls.h"
 
 #include "support/QtPrinting.h"
 #include "support/desktop/ResourceUse.h"
+#include "support/sound/SoundServer.h"
 
 #include <QDeadlineTimer>
 #include <chrono>
@@ -31,9 +33,24 @@ std::chrono::seconds duration() {
     return isNumber ? std::chrono::seconds(seconds) : std::chrono::hours(3);
 }
 
+/// The preferences of the program in the session, operated as a screen reader does.
+class Controls final : public PreferencesControls {
+public:
+    explicit Controls(const QString& busAddress) : client(busAddress) {}
+
+    [[nodiscard]] const AccessibleClient& reader() const override { return client; }
+
+private:
+    AccessibleClient client;
+};
+
 class Soak : public ::testing::Test {
 protected:
     Soak() {
+        server.start();
+        for (const auto* name : {"PULSE_SERVER", "PULSE_COOKIE"}) {
+            stage.session().setVariable(QString::fromLatin1(name), qEnvironmentVariable(name));
+        }
         stage.session().writeFile(u".config/orvantile/orvantile.ini"_s,
                                   "[General]\ndisplaySeconds=0.3\nsoundEnabled=true\n");
         editors = {stage.start(geany).handle, stage.start(mousepad).handle};
@@ -69,13 +86,31 @@ protected:
         passer.synchronize();
     }
 
+    /// Another look and another size of the HUDs to come.
+    void changeSettings() {
+        const Controls controls(stage.session().accessibilityBusAddress());
+        controls.showTab(u"HUD"_s);
+        const QStringList looks{u"Dark"_s, u"Light"_s, u"Auto"_s};
+        ++changes;
+        EXPECT_TRUE(controls.reader().perform(controls.segment(looks[changes % looks.size()]), u"Toggle"_s));
+        EXPECT_TRUE(controls.reader().perform(controls.switchNamed(u"Pop animation"_s), u"Toggle"_s));
+        controls.reader().setValue(controls.slider(u"Font size"_s), changes % 2 == 0 ? 24 : 40);
+    }
+
     /// A second launch opens the preferences of the first.
     void openAndClosePreferences() {
         const auto second = stage.session().start(QStringLiteral(ORVANTILE_EXECUTABLE));
         EXPECT_EQ(second->awaitExit(), 0);
         const auto window = stage.windows().awaitWindow(titled(u"Orvantile Preferences"_s));
+        changeSettings();
         stage.windows().close(window.handle);
         stage.windows().awaitGone(window.handle);
+    }
+
+    void restoreSounds() {
+        if (std::exchange(silent, false)) {
+            server.start();
+        }
     }
 
     /// One action, and now and then a change around it.
@@ -99,6 +134,12 @@ protected:
         if (actions % 700 == 0) {
             openAndClosePreferences();
         }
+        if (actions % 1'000 == 0) {
+            server.kill();
+            silent = true;
+        } else if (actions % 1'000 == 100) {
+            restoreSounds();
+        }
         stage.keys().press(actions % 3 == 0 ? u"Ctrl+C"_s : u"Ctrl+A"_s);
         if (stage.huds().awaitNext(QDeadlineTimer(actions % 10 == 0 ? 1000ms : 40ms))) {
             ++shown;
@@ -113,6 +154,7 @@ protected:
         if (std::exchange(secondMonitor, false)) {
             arrangeMonitors(false);
         }
+        restoreSounds();
         for (const auto* application : {&geany, &mousepad}) {
             stage.windows().activate(editors[application == &mousepad ? 1 : 0]);
             stage.awaitCommandsOf(*application);
@@ -129,13 +171,16 @@ protected:
                   << std::endl;
     }
 
+    SoundServer server;
     Stage stage{{.outputs = true}};
     XConnection x{stage.session().display()};
     std::vector<xcb_window_t> editors;
     int actions = 0;
     int shown = 0;
+    int changes = 0;
     std::size_t front = 1;
     bool compositing = false;
+    bool silent = false; ///< no sound server runs
     bool secondMonitor = false;
 };
 

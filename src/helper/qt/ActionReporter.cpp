@@ -77,7 +77,7 @@ void ActionReporter::reportShortcut(const QObject& object, const QShortcutEvent&
     }
     MessageHeader header;
     header.enabled = object.property("enabled").toBool() ? 1 : 0;
-    const QKeySequence sequence = event.key();
+    const QKeySequence& sequence = event.key();
     for (int index = 0; index < sequence.count() && header.keyCount < header.keys.size(); ++index) {
         header.keys[header.keyCount++] = codeOf(sequence[static_cast<unsigned>(index)]);
     }

@@ -16,6 +16,8 @@ namespace orvantile::helper {
 class ActionReporter final : public QObject {
 public:
     explicit ActionReporter(QObject* parent);
+    ActionReporter(const ActionReporter&) = delete;
+    ActionReporter& operator=(const ActionReporter&) = delete;
     ~ActionReporter() override;
 
     bool eventFilter(QObject* object, QEvent* event) override;
