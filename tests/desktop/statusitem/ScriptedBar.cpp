@@ -174,4 +174,10 @@ bool ScriptedBar::choose(const QString& title) const {
                               "Event", nullptr, nullptr, "isvu", entry, "clicked", "i", 0, 0U) >= 0;
 }
 
+bool ScriptedBar::giveToken(const QByteArray& token) const {
+    return sd_bus_call_method(bus.get(), registered.first().toUtf8().constData(), "/StatusNotifierItem",
+                              "org.kde.StatusNotifierItem", "ProvideXdgActivationToken", nullptr, nullptr,
+                              "s", token.constData()) >= 0;
+}
+
 } // namespace orvantile::test

@@ -2,6 +2,7 @@
 
 #include "support/desktop/Deadline.h"
 
+#include <QByteArray>
 #include <QString>
 #include <QStringList>
 #include <functional>
@@ -49,6 +50,10 @@ public:
 
     /// Chooses an entry of the menu of the first item, as a bar does for a click. False when there is none.
     [[nodiscard]] bool choose(const QString& title) const;
+
+    /// Gives the first item a token for the window that the user's next choice opens. False when it takes
+    /// none.
+    [[nodiscard]] bool giveToken(const QByteArray& token) const;
 
 private:
     friend struct ScriptedBarMethods;

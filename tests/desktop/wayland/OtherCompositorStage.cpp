@@ -27,6 +27,10 @@ bool OtherCompositorStage::awaitPreferences() const {
     return client.await([this] { return isShown(radioButton, u"General"_s); }, QDeadlineTimer(startPatience));
 }
 
+bool OtherCompositorStage::awaitPreferencesClosed() const {
+    return client.await([this] { return !isShown(radioButton, u"General"_s); });
+}
+
 bool OtherCompositorStage::pressTestButton() {
     return awaitPreferences() &&
            (showTab(u"HUD"_s), client.perform(button(u"Test in chosen position"_s), u"Press"_s));

@@ -27,6 +27,8 @@ public:
     /// Waits until the preferences are on the screen.
     [[nodiscard]] bool awaitPreferences() const;
 
+    [[nodiscard]] bool awaitPreferencesClosed() const;
+
     /// Has the preferences show the HUD.
     [[nodiscard]] bool pressTestButton();
 

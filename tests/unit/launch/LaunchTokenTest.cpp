@@ -64,5 +64,12 @@ TEST_F(LaunchTokenTest, goesThroughTheEnvironment) {
     EXPECT_EQ(LaunchToken::fromEnvironment(), LaunchToken{});
 }
 
+TEST_F(LaunchTokenTest, takesFromABarWhatCanBeAToken) {
+    EXPECT_EQ(LaunchToken::ofBar("b"), (LaunchToken{"", "b"}));
+    EXPECT_EQ(LaunchToken::ofBar(""), LaunchToken{});
+    EXPECT_EQ(LaunchToken::ofBar(QByteArray(1024, 'x').constData()).activationToken.size(), 1024);
+    EXPECT_EQ(LaunchToken::ofBar(QByteArray(1025, 'x').constData()), LaunchToken{});
+}
+
 } // namespace
 } // namespace orvantile::platform::desktop

@@ -72,6 +72,14 @@ LaunchToken LaunchToken::read(sd_bus_message* message) {
     return token;
 }
 
+LaunchToken LaunchToken::ofBar(const char* activationToken) {
+    LaunchToken token;
+    if (QByteArray value(activationToken); value.size() <= mostBytes) {
+        token.activationToken = std::move(value);
+    }
+    return token;
+}
+
 void LaunchToken::append(sd_bus_message* message) const {
     sd_bus_message_open_container(message, SD_BUS_TYPE_ARRAY, "{sv}");
     for (const auto& field : fields) {

@@ -17,6 +17,9 @@ struct LaunchToken {
     /// that is not in order gives an empty token.
     [[nodiscard]] static LaunchToken read(sd_bus_message* message);
 
+    /// What a bar gives for the window that the user's next choice opens, on Wayland.
+    [[nodiscard]] static LaunchToken ofBar(const char* activationToken);
+
     /// Appends platform data to a message.
     void append(sd_bus_message* message) const;
 

@@ -1,5 +1,7 @@
 #include "platform/linux/desktop/statusitem/NotifierItem.h"
 
+#include "platform/linux/desktop/launch/LaunchToken.h"
+
 #include <QtEndian>
 #include <cstdint>
 #include <cstring>
@@ -41,6 +43,15 @@ struct NotifierItemMethods {
             return result;
         }
         self(data).showMenu({x, y});
+        return sd_bus_reply_method_return(call, "");
+    }
+
+    static int takeToken(sd_bus_message* call, void*, sd_bus_error*) {
+        const char* token = nullptr;
+        if (const int result = sd_bus_message_read(call, "s", &token); result < 0) {
+            return result;
+        }
+        LaunchToken::ofBar(token).putIntoEnvironment();
         return sd_bus_reply_method_return(call, "");
     }
 
@@ -128,6 +139,7 @@ const sd_bus_vtable NotifierItemMethods::table[] = {
     SD_BUS_METHOD("Activate", "ii", "", showMenu, open),
     SD_BUS_METHOD("SecondaryActivate", "ii", "", ignore, open),
     SD_BUS_METHOD("Scroll", "is", "", ignore, open),
+    SD_BUS_METHOD("ProvideXdgActivationToken", "s", "", takeToken, open),
     SD_BUS_SIGNAL("NewTitle", "", 0),
     SD_BUS_SIGNAL("NewIcon", "", 0),
     SD_BUS_SIGNAL("NewAttentionIcon", "", 0),
