@@ -15,6 +15,7 @@ PermissionRow::PermissionRow(platform::Platform& platform_) : platform(platform_
     refresh();
     addLeading(symbol);
     addControl(button);
+    button.installEventFilter(this);
     connect(&button, &QPushButton::clicked, this, [this] { act(); });
     lateAnswer = platform.accessibility->onceTrustIsKnown([this] { refresh(); });
 }
@@ -33,6 +34,13 @@ bool PermissionRow::event(QEvent* event) {
         explain();
     }
     return FormRow::event(event);
+}
+
+bool PermissionRow::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == &button && event->type() == QEvent::FocusIn) {
+        explain();
+    }
+    return FormRow::eventFilter(watched, event);
 }
 
 void PermissionRow::explain() {

@@ -21,8 +21,10 @@ public:
     void refresh();
 
 protected:
-    /// What is said on hovering is as fresh as the hovering.
+    /// What is said on hovering is as fresh as the hovering, and what a screen reader says of the button as
+    /// fresh as the button's focus.
     bool event(QEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     void act();

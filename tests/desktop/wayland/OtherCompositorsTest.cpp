@@ -42,6 +42,21 @@ TEST_P(OtherCompositorsTest, showsTheHudAndEndsCleanlyWithTheCompositor) {
     EXPECT_EQ(stage.orvantile().awaitExit(), 0) << stage.complaints();
 }
 
+TEST_P(OtherCompositorsTest, thePermissionSaysWhereKeysComeFrom) {
+    ASSERT_TRUE(stage.awaitPreferences()) << stage.complaints();
+    QString words;
+    const auto& reader = stage.reader();
+    EXPECT_TRUE(reader.await([&] {
+        const auto button = stage.button(u"Re-check"_s);
+        if (!reader.focus(stage.segment(u"General"_s)) || !reader.focus(button)) {
+            return false;
+        }
+        words = reader.description(button);
+        return words.contains(u"Key presses come from the programs themselves, over the accessibility bus"_s);
+    })) << words.toStdString();
+    EXPECT_TRUE(words.contains(u"programs made with GTK 4 and Chromium are not heard"_s));
+}
+
 INSTANTIATE_TEST_SUITE_P(Compositors, OtherCompositorsTest,
                          ::testing::Values(OtherWaylandSession::Compositor::weston,
                                            OtherWaylandSession::Compositor::kwin),

@@ -156,6 +156,15 @@ TEST_F(PreferencesTest, permissionExplainsItselfOnHover) {
     EXPECT_EQ(row.toolTip(), QString());
 }
 
+TEST_F(PreferencesTest, permissionExplainsItselfAfreshWhenTheButtonGetsTheFocus) {
+    auto* check = button(u"Re-check"_s);
+    ASSERT_NE(check, nullptr);
+    fakes.accessibility->details = u"Keys come from the programs."_s;
+    QFocusEvent focus(QEvent::FocusIn, Qt::TabFocusReason);
+    QApplication::sendEvent(check, &focus);
+    EXPECT_EQ(check->accessibleDescription(), u"Keys come from the programs."_s);
+}
+
 TEST_F(PreferencesTest, missingPermissionIsPromptedForAndShownInTheSystemsSettings) {
     fakes.accessibility->trusted = false;
     window.view().select(PreferencesTab::sound);
