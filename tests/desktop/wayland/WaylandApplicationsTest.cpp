@@ -3,6 +3,7 @@
 #include "support/QtPrinting.h"
 #include "support/wayland/WaylandStage.h"
 
+#include <QStandardPaths>
 #include <csignal>
 #include <gmock/gmock.h>
 
@@ -107,6 +108,39 @@ TEST(WaylandApplications, commandsOfAnOfficeSuiteAreNamed) {
     stage.startOrvantile();
     stage.awaitCommandsOf(writer);
     EXPECT_EQ(stage.fire(u"Ctrl+B"_s), u"⌃B  Bold"_s);
+}
+
+TEST(WaylandApplications, commandsOfFirefoxAreNamedOnceTheirMenuWasOpen) {
+    const auto program = u"firefox-esr"_s;
+    if (QStandardPaths::findExecutable(program).isEmpty()) {
+        GTEST_SKIP()
+            << "firefox-esr is not installed; it is large, and among the programs of the compatibility table";
+    }
+    WaylandStage stage;
+    stage.session().setVariable(u"MOZ_ENABLE_WAYLAND"_s, u"1"_s);
+    stage.session().writeFile(u"profile/user.js"_s, R"(
+user_pref("browser.aboutwelcome.enabled", false);
+user_pref("datareporting.policy.dataSubmissionEnabled", false);
+user_pref("browser.shell.checkDefaultBrowser", false);
+)");
+    const auto firefox =
+        stage.session().start(program, {u"--no-remote"_s, u"--profile"_s,
+                                        stage.session().home() + u"/profile"_s, u"about:blank"_s});
+    stage.awaitFocus(u"Firefox"_s);
+    stage.startOrvantile();
+    const auto nameOf = [&](const QString& combination) {
+        stage.keys().press(combination);
+        return stage.huds().awaitNext(QDeadlineTimer(2500));
+    };
+    std::optional<QString> named;
+    for (const QDeadlineTimer deadline(std::chrono::seconds(60)); !named && !deadline.hasExpired();) {
+        EXPECT_EQ(nameOf(u"Alt+F"_s), std::nullopt) << "which opens a menu, and takes its time to fill it";
+        stage.keys().press(u"Escape"_s);
+        EXPECT_EQ(nameOf(u"Escape"_s), std::nullopt) << "which leaves the menu bar";
+        named = nameOf(u"Ctrl+T"_s);
+    }
+    EXPECT_EQ(named, u"⌃T  New Tab"_s);
+    EXPECT_EQ(stage.fire(u"Ctrl+B"_s), u"nothing"_s) << "it is in a menu that has not been open";
 }
 
 TEST(WaylandApplications, switchingBetweenTwoToolkitsKeepsBothNamed) {
