@@ -136,7 +136,7 @@ TEST_F(KWinTest, glassIsBlurredWhileTheEffectIsLoaded) {
     constexpr int smooth = 8;
     constexpr int sharp = 40;
     const auto contrast = [&] { return contrastAt(control->screenshot(), place); };
-    ASSERT_GT(contrast(), sharp);
+    ASSERT_TRUE(awaitThat([&] { return contrast() > sharp; })) << contrast();
     keep(u"kwin-tint"_s);
     control->loadEffect("blur");
     EXPECT_TRUE(awaitThat([&] { return contrast() < smooth; })) << contrast();
