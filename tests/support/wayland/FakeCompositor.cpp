@@ -4,6 +4,7 @@
 
 #include <ext-background-effect-v1-server.h>
 #include <utility>
+#include <wlr-layer-shell-unstable-v1-server.h>
 
 namespace orvantile::test {
 
@@ -13,6 +14,24 @@ FakeCompositor::~FakeCompositor() = default;
 
 QString FakeCompositor::display() const {
     return server->thread.path();
+}
+
+void FakeCompositor::setScale(int scale) {
+    server->thread.run([&] { server->setScale(scale); });
+}
+
+void FakeCompositor::closePanels() {
+    server->thread.run([this] {
+        for (const auto& [resource, surface] : server->surfaces) {
+            if (surface.role != nullptr) {
+                zwlr_layer_surface_v1_send_closed(surface.role);
+            }
+        }
+    });
+}
+
+void FakeCompositor::refusePanels() {
+    server->thread.run([this] { server->refuses = true; });
 }
 
 void FakeCompositor::offerKdeBlur() {
@@ -43,6 +62,12 @@ void FakeCompositor::withdrawEffects() {
     server->thread.run([this] { wl_global_destroy(std::exchange(server->effectsGlobal, nullptr)); });
 }
 
+int FakeCompositor::surfaces() const {
+    int count = 0;
+    server->thread.run([&] { count = server->surfacesMade; });
+    return count;
+}
+
 std::optional<FakeCompositor::Panel> FakeCompositor::panel() const {
     std::optional<Panel> found;
     server->thread.run([&] {
@@ -51,6 +76,7 @@ std::optional<FakeCompositor::Panel> FakeCompositor::panel() const {
             if (surface.role != nullptr && surface.age > age) {
                 age = surface.age;
                 found = surface.current;
+                found->number = age;
             }
         }
     });

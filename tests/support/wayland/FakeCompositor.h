@@ -17,9 +17,11 @@ class FakeCompositor {
 public:
     /// What applies to a layer surface since its latest commit.
     struct Panel {
-        QImage picture;     ///< null before the first
-        QRegion effectBlur; ///< by the newer protocol
-        QRegion kdeBlur;    ///< by KWin's
+        QImage picture;      ///< null before the first
+        int bufferScale = 1; ///< pixels of the picture to a point
+        int number = 0;      ///< later ones have higher ones
+        QRegion effectBlur;  ///< by the newer protocol
+        QRegion kdeBlur;     ///< by KWin's
     };
 
     /// Throws std::runtime_error when it cannot listen.
@@ -31,6 +33,15 @@ public:
     /// What WAYLAND_DISPLAY shall be for its clients.
     [[nodiscard]] QString display() const;
 
+    /// Of the output.
+    void setScale(int scale);
+
+    /// Closes all panels, as when their output is taken away.
+    void closePanels();
+
+    /// Closes panels at once from now on, instead of agreeing to them.
+    void refusePanels();
+
     void offerKdeBlur();
     void withdrawKdeBlur();
 
@@ -41,6 +52,9 @@ public:
 
     /// The layer surface that came last; nothing while there is none.
     [[nodiscard]] std::optional<Panel> panel() const;
+
+    /// How many surfaces it was asked for so far.
+    [[nodiscard]] int surfaces() const;
 
 private:
     std::unique_ptr<FakeServer> server;

@@ -40,7 +40,8 @@ constexpr struct wl_surface_interface surfaceRequests {
     .set_input_region = [](wl_client*, wl_resource*, wl_resource*) {},
     .commit = [](wl_client*, wl_resource* surface) { of(surface).commit(surface); },
     .set_buffer_transform = [](wl_client*, wl_resource*, std::int32_t) {},
-    .set_buffer_scale = [](wl_client*, wl_resource*, std::int32_t) {},
+    .set_buffer_scale = [](wl_client*, wl_resource* surface,
+                           std::int32_t scale) { of(surface).surfaces[surface].pending.bufferScale = scale; },
     .damage_buffer = [](wl_client*, wl_resource*, std::int32_t, std::int32_t, std::int32_t, std::int32_t) {},
     .offset = [](wl_client*, wl_resource*, std::int32_t, std::int32_t) {}
 };
@@ -128,11 +129,11 @@ constexpr struct ext_background_effect_manager_v1_interface effectManagerRequest
     }
 };
 
-void describe(wl_resource* output) {
+void describe(wl_resource* output, int scale) {
     wl_output_send_geometry(output, 0, 0, 300, 200, WL_OUTPUT_SUBPIXEL_UNKNOWN, "none", "none",
                             WL_OUTPUT_TRANSFORM_NORMAL);
     wl_output_send_mode(output, WL_OUTPUT_MODE_CURRENT, 1280, 800, 60000);
-    wl_output_send_scale(output, 1);
+    wl_output_send_scale(output, scale);
     wl_output_send_done(output);
 }
 
@@ -144,7 +145,9 @@ FakeServer::FakeServer() {
         server.make(client, id, wl_compositor_interface, compositorRequests, version);
     }>(wl_compositor_interface, 4);
     offer<[](FakeServer& server, wl_client* client, int version, std::uint32_t id) {
-        describe(server.make(client, id, wl_output_interface, outputRequests, version));
+        auto* output = server.make(client, id, wl_output_interface, outputRequests, version);
+        server.outputs.push_back(output);
+        describe(output, server.outputScale);
     }>(wl_output_interface, 3);
     offer<[](FakeServer& server, wl_client* client, int version, std::uint32_t id) {
         server.make(client, id, zwlr_layer_shell_v1_interface, layerShellRequests, version);
@@ -165,13 +168,18 @@ void FakeServer::forget(wl_resource* gone) {
     kdeBlurs.erase(gone); // what was committed stays
     regions.erase(gone);
     surfaces.erase(gone);
+    std::erase(outputs, gone);
     std::erase(effectManagers, gone);
 }
 
 void FakeServer::commit(wl_resource* resource) {
     auto& surface = surfaces.at(resource);
     if (surface.role != nullptr && !std::exchange(surface.configured, true)) {
-        zwlr_layer_surface_v1_send_configure(surface.role, 1, 0, 0);
+        if (refuses) {
+            zwlr_layer_surface_v1_send_closed(surface.role);
+        } else {
+            zwlr_layer_surface_v1_send_configure(surface.role, 1, 0, 0);
+        }
     }
     if (auto* buffer = std::exchange(surface.buffer, nullptr)) {
         auto* shared = wl_shm_buffer_get(buffer);
@@ -179,7 +187,9 @@ void FakeServer::commit(wl_resource* resource) {
         const QImage picture(static_cast<const uchar*>(wl_shm_buffer_get_data(shared)),
                              wl_shm_buffer_get_width(shared), wl_shm_buffer_get_height(shared),
                              wl_shm_buffer_get_stride(shared), QImage::Format_ARGB32_Premultiplied);
-        surface.pending.picture = picture.copy();
+        if (std::exchange(surface.pending.picture, picture.copy()).isNull()) {
+            enterOutputs(resource);
+        }
         wl_shm_buffer_end_access(shared);
         wl_buffer_send_release(buffer);
     }
@@ -187,6 +197,22 @@ void FakeServer::commit(wl_resource* resource) {
     for (auto* frame : std::exchange(surface.frames, {})) {
         wl_callback_send_done(frame, 0);
         wl_resource_destroy(frame);
+    }
+}
+
+void FakeServer::enterOutputs(wl_resource* surface) const {
+    for (auto* output : outputs) {
+        if (wl_resource_get_client(output) == wl_resource_get_client(surface)) {
+            wl_surface_send_enter(surface, output);
+        }
+    }
+}
+
+void FakeServer::setScale(int scale) {
+    outputScale = scale;
+    for (auto* output : outputs) {
+        wl_output_send_scale(output, scale);
+        wl_output_send_done(output);
     }
 }
 

@@ -58,17 +58,22 @@ public:
         return found == regions.end() ? QRegion() : found->second;
     }
 
+    void setScale(int scale);
     void offerKdeBlur();
     void offerEffects();
     void forget(wl_resource* gone);
     void commit(wl_resource* surface);
+    void enterOutputs(wl_resource* surface) const;
 
     ServerThread thread;
     std::map<wl_resource*, QRegion> regions;
     std::map<wl_resource*, Surface> surfaces;
     std::map<wl_resource*, wl_resource*> effects; ///< and the surfaces they belong to
     std::map<wl_resource*, KdeBlur> kdeBlurs;
+    std::vector<wl_resource*> outputs;
     std::vector<wl_resource*> effectManagers;
+    int outputScale = 1;
+    bool refuses = false;
     wl_global* kdeGlobal = nullptr;
     wl_global* effectsGlobal = nullptr;
     std::uint32_t capabilities = 0;

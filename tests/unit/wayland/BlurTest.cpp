@@ -1,11 +1,8 @@
 // The blur behind the heads-up display, on a compositor that offers one or another and changes its mind.
 
 #include "hud/HUDHostingView.h"
-#include "platform/linux/wayland/WaylandBackdrop.h"
-#include "platform/linux/wayland/WaylandPanels.h"
-#include "support/VirtualScheduler.h"
 #include "support/desktop/MainLoop.h"
-#include "support/wayland/FakeCompositor.h"
+#include "unit/wayland/Peers.h"
 
 #include <gmock/gmock.h>
 
@@ -16,28 +13,6 @@ using test::awaitThat;
 using Qt::StringLiterals::operator""_s;
 
 constexpr std::uint32_t blur = EXT_BACKGROUND_EFFECT_MANAGER_V1_CAPABILITY_BLUR;
-
-/// The connection to a compositor of one's own, made as the program makes it.
-std::unique_ptr<WaylandConnection> connectTo(const test::FakeCompositor& compositor) {
-    qputenv("WAYLAND_DISPLAY", compositor.display().toLocal8Bit());
-    auto connection = WaylandConnection::open();
-    qunsetenv("WAYLAND_DISPLAY");
-    return connection;
-}
-
-/// The peers that the program has on a compositor.
-struct Peers {
-    explicit Peers(const test::FakeCompositor& compositor) : connection(connectTo(compositor)) {}
-
-    std::unique_ptr<WaylandConnection> connection;
-    Globals globals{*connection};
-    Outputs outputs{*connection, globals};
-    FocusedOutput focused{globals, outputs};
-    WaylandScreens screens{outputs, focused};
-    WaylandBackdrop backdrop{globals};
-    test::VirtualScheduler scheduler;
-    WaylandPanels panels{*connection, globals, outputs, scheduler, screens};
-};
 
 class BlurTest : public ::testing::Test {
 protected:
