@@ -3,6 +3,7 @@
 #include "endtoend/Keys.h"
 #include "support/desktop/Window.h"
 
+#include <algorithm>
 #include <chrono>
 #include <xcb/damage.h>
 #include <xcb/xtest.h>
@@ -50,7 +51,7 @@ void Eyes::send(std::uint8_t type, std::uint8_t code) const {
     xcb_test_fake_input(x.get(), type, code, XCB_CURRENT_TIME, x.root(), 0, 0, 0);
 }
 
-QByteArray Eyes::pixels() const {
+std::vector<std::uint32_t> Eyes::pixels() const {
     if (probe.isEmpty()) {
         return {};
     }
@@ -63,8 +64,11 @@ QByteArray Eyes::pixels() const {
     if (!image) {
         return {};
     }
-    return {reinterpret_cast<const char*>(xcb_get_image_data(image.get())),
-            xcb_get_image_data_length(image.get())};
+    const auto* first = reinterpret_cast<const std::uint32_t*>(xcb_get_image_data(image.get()));
+    std::vector<std::uint32_t> colours(first, first + xcb_get_image_data_length(image.get()) / 4);
+    // Windows with an alpha channel leave traces in the fourth byte that nobody sees.
+    std::ranges::for_each(colours, [](std::uint32_t& colour) { colour &= 0xffffffU; });
+    return colours;
 }
 
 Eyes::Sighting Eyes::shoot() {
@@ -96,7 +100,7 @@ Eyes::Sighting Eyes::shoot() {
 }
 
 void Eyes::lookForChange(double time) {
-    if (sighting.changed < 0 && !before.isEmpty() && pixels() != before) {
+    if (sighting.changed < 0 && !before.empty() && pixels() != before) {
         sighting.changed = time;
     }
 }

@@ -5,6 +5,8 @@
 #include <QElapsedTimer>
 #include <QRect>
 #include <QString>
+#include <cstdint>
+#include <vector>
 
 namespace orvantile::bench {
 
@@ -44,7 +46,7 @@ private:
     void send(std::uint8_t type, std::uint8_t code) const;
     void handle(const xcb_generic_event_t& event);
     void lookForChange(double time);
-    [[nodiscard]] QByteArray pixels() const;
+    [[nodiscard]] std::vector<std::uint32_t> pixels() const;
     [[nodiscard]] double elapsed() const;
 
     test::XConnection x;
@@ -54,7 +56,7 @@ private:
     QString wanted;
     xcb_window_t window = XCB_NONE;
     QRect probe;
-    QByteArray before;
+    std::vector<std::uint32_t> before;
     QElapsedTimer clock;
     double pressed = 0;
     Sighting sighting;
