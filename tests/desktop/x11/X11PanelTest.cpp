@@ -319,6 +319,26 @@ TEST_F(X11PanelTest, comesUpEveryTimeWithoutATurnOfTheMainLoop) {
     }
 }
 
+TEST_F(X11PanelTest, drawsOnlyTheLatestOfContentsThatComeFasterThanTheServerReads) {
+    show();
+    ASSERT_TRUE(huds.awaitNext());
+    // Without a turn of the main loop nobody knows that the first picture has been read.
+    std::vector<std::shared_ptr<BarContent>> hurried;
+    for (int i = 0; i < 50; ++i) {
+        hurried.push_back(std::make_shared<BarContent>(QString::number(i)));
+        show(hurried.back());
+    }
+    const auto drawn = [&] {
+        return std::ranges::count_if(hurried, [](const auto& each) { return each->preparations > 0; });
+    };
+    EXPECT_EQ(drawn(), 0);
+    EXPECT_TRUE(awaitThat([&] { return hurried.back()->preparations > 0; }));
+    EXPECT_TRUE(awaitPixel(middle, red));
+    EXPECT_EQ(drawn(), 1);
+    EXPECT_EQ(hurried.back()->preparations, 1);
+    EXPECT_EQ(huds.takeAll().back().label, u"49"_s);
+}
+
 /// Resident memory of this process, in KiB.
 long residentMemory() {
     QFile file(u"/proc/self/statm"_s);

@@ -46,6 +46,10 @@ void PanelSurface::handle(const xcb_generic_event_t& event) {
     }
 }
 
+bool PanelSurface::isBehind() const {
+    return std::ranges::any_of(buffers, &Buffer::busy);
+}
+
 std::optional<QImage> PanelSurface::begin(QSize size) {
     const auto free = std::ranges::find(buffers, false, &Buffer::busy);
     const auto bytes = static_cast<std::size_t>(size.width()) * static_cast<std::size_t>(size.height()) * 4;

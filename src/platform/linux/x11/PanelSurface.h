@@ -27,6 +27,12 @@ public:
     /// Sends what was drawn.
     void commit(const QImage& pixels);
 
+    /// Whether the server has not read everything yet. `onReady` is called when it has read some of it, if
+    /// asked for.
+    [[nodiscard]] bool isBehind() const;
+
+    void tellWhenReady() { waiting = true; }
+
     std::function<void()> onReady;
 
 private:

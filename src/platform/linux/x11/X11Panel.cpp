@@ -39,10 +39,17 @@ void X11Panel::setFrame(const Rect& frame_, bool display) {
     covering = false;
     underlay.reset();
     grab.forget();
-    if (display) {
+    if (display && !mustWait()) {
         prepare();
     }
     frames.invalidate();
+}
+
+/// Drawing asks the server what lies behind. While it has not even taken the last picture, contents that
+/// follow each other faster than it works are not drawn one by one, so that the latest is never behind the
+/// others in a queue.
+bool X11Panel::mustWait() const {
+    return window.isShown() && surface.isBehind();
 }
 
 void X11Panel::prepare() {
@@ -82,10 +89,18 @@ void X11Panel::orderOut() {
 }
 
 void X11Panel::present(const PanelFrame& next) {
-    prepare();
     if (visiblePart.isEmpty()) {
         window.hide();
         connection.flush();
+        return;
+    }
+    if (!prepared && mustWait()) {
+        surface.tellWhenReady();
+        return;
+    }
+    if (!prepared) {
+        prepare();
+        frames.invalidate(); // `next` is older
         return;
     }
     std::optional<trace::Span> step(std::in_place, trace::Step::compose);

@@ -31,6 +31,7 @@ public:
 
 private:
     void prepare();
+    [[nodiscard]] bool mustWait() const;
     void present(const PanelFrame& frame);
     [[nodiscard]] QImage beneath();
     [[nodiscard]] bool isBlended();
