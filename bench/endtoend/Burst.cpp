@@ -6,6 +6,7 @@
 #include <poll.h>
 #include <stdexcept>
 #include <xcb/damage.h>
+#include <xcb/xcbext.h>
 #include <xcb/xtest.h>
 #include <xkbcommon/xkbcommon-keysyms.h>
 
@@ -71,6 +72,8 @@ void Burst::run(const std::vector<Key>& keys, double perSecond, std::chrono::sec
     xcb_flush(x.get());
     x.await([this] { return !mapped; }, [this](const auto& event) { handle(event); },
             QDeadlineTimer(test::patience));
+    x.synchronize();
+    readLabels();
 }
 
 void Burst::awaitEvents(double until) {
@@ -78,6 +81,7 @@ void Burst::awaitEvents(double until) {
         while (const test::XReply<xcb_generic_event_t> event{xcb_poll_for_event(x.get())}) {
             handle(*event);
         }
+        readLabels();
         const double left = until - now();
         if (left <= 0) {
             return;
@@ -85,6 +89,22 @@ void Burst::awaitEvents(double until) {
         pollfd waiting{.fd = xcb_get_file_descriptor(x.get()), .events = POLLIN, .revents = 0};
         const timespec timeout{.tv_sec = 0, .tv_nsec = static_cast<long>(left * 1e6)};
         ppoll(&waiting, 1, &timeout, nullptr);
+    }
+}
+
+void Burst::readLabels() {
+    while (!questions.empty()) {
+        void* reply = nullptr;
+        if (xcb_poll_for_reply(x.get(), questions.front().cookie.sequence, &reply, nullptr) == 0) {
+            return;
+        }
+        const test::XReply<xcb_get_property_reply_t> answer(static_cast<xcb_get_property_reply_t*>(reply));
+        if (answer) {
+            seen[questions.front().sight].label =
+                QString::fromUtf8(static_cast<const char*>(xcb_get_property_value(answer.get())),
+                                  xcb_get_property_value_length(answer.get()));
+        }
+        questions.pop_front();
     }
 }
 
@@ -98,7 +118,12 @@ void Burst::handle(const xcb_generic_event_t& event) {
     } else if (type == XCB_PROPERTY_NOTIFY) {
         const auto& change = as<xcb_property_notify_event_t>(event);
         if (change.window == panel && change.atom == x.atom("_NET_WM_NAME")) {
-            seen.push_back({.labelled = time, .label = QString::fromUtf8(x.bytes(panel, "_NET_WM_NAME"))});
+            constexpr std::uint32_t longest = 256; // words
+            questions.push_back(
+                {xcb_get_property(x.get(), 0, panel, change.atom, XCB_GET_PROPERTY_TYPE_ANY, 0, longest),
+                 seen.size()});
+            xcb_flush(x.get());
+            seen.push_back({.labelled = time, .label = {}});
         }
     } else if (type == XCB_MAP_NOTIFY && as<xcb_map_notify_event_t>(event).window == panel) {
         mapped = true;

@@ -5,6 +5,7 @@
 #include <QRect>
 #include <QString>
 #include <chrono>
+#include <deque>
 #include <vector>
 
 namespace orvantile::bench {
@@ -42,6 +43,7 @@ private:
     void press(std::uint8_t code) const;
     void awaitEvents(double until);
     void handle(const xcb_generic_event_t& event);
+    void readLabels();
     [[nodiscard]] double now() const;
 
     test::XConnection x;
@@ -53,6 +55,14 @@ private:
     std::chrono::steady_clock::time_point start;
     std::vector<Press> pressed;
     std::vector<Sight> seen;
+
+    /// A question for the label, asked when it had just changed. Waiting for answers would delay the keys.
+    struct Question {
+        xcb_get_property_cookie_t cookie;
+        std::size_t sight;
+    };
+
+    std::deque<Question> questions;
 };
 
 } // namespace orvantile::bench

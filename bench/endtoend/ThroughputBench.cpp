@@ -25,17 +25,20 @@ struct Outcome {
     std::vector<double> inOrder; ///< of `labelled`
     std::size_t late = 0;        ///< labels that came more than 20 ms after their key, or never
     std::size_t lost = 0;        ///< labels that never came
+    std::size_t misread = 0;     ///< labels that were another when they were read a moment later
 };
 
-/// Each press belongs to the first label of its own that comes after it and belongs to no earlier press.
+/// Each press belongs to the label of the same number; should labels be missing, to the first one of its own
+/// that comes after it and belongs to no earlier press.
 Outcome compare(const std::vector<Burst::Press>& presses, const std::vector<Burst::Sight>& sights) {
     constexpr double goal = 20;      // milliseconds
     constexpr double patience = 500; // later ones belong to another press
     Outcome outcome;
     std::size_t next = 0;
+    const bool complete = presses.size() == sights.size();
     for (const auto& press : presses) {
         std::size_t found = next;
-        while (found < sights.size() &&
+        while (!complete && found < sights.size() &&
                (sights[found].labelled < press.time || sights[found].label != press.label)) {
             ++found;
         }
@@ -46,6 +49,7 @@ Outcome compare(const std::vector<Burst::Press>& presses, const std::vector<Burs
             continue;
         }
         next = found + 1;
+        outcome.misread += sights[found].label == press.label ? 0U : 1U;
         outcome.labelled.add(after);
         outcome.inOrder.push_back(after);
         outcome.late += after > goal ? 1 : 0;
@@ -94,13 +98,15 @@ int run(int rate, int seconds, const QString& document) {
     report.paragraph(
         u"%1 shortcuts in %2 s, two commands in turns. Labels that came later than 20 ms or never: %3, of "
         u"these "
-        "never: %4. Median of the first tenth %5 ms, of the last tenth %6 ms."_s.arg(burst.presses().size())
+        "never: %4; replaced before they were read: %7. Median of the first tenth %5 ms, of the last tenth %6 ms."_s
+            .arg(burst.presses().size())
             .arg(seconds)
             .arg(outcome.late)
             .arg(outcome.lost)
             .arg(shortNumber(medianOf(outcome.inOrder, 0, tenth)),
                  shortNumber(
-                     medianOf(outcome.inOrder, outcome.inOrder.size() - tenth, outcome.inOrder.size()))));
+                     medianOf(outcome.inOrder, outcome.inOrder.size() - tenth, outcome.inOrder.size())))
+            .arg(outcome.misread));
     report.paragraph(u"CPU of Orvantile %1 % of one processor, of the editor %2 %. RSS before and after: %3 "
                      u"and %4 MiB. Load "
                      "at the end %5."_s.arg(shortNumber(share), shortNumber(editorShare),
