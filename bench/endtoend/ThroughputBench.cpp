@@ -43,7 +43,7 @@ Outcome compare(const std::vector<Burst::Press>& presses, const std::vector<Burs
             ++found;
         }
         const double after = found < sights.size() ? sights[found].labelled - press.time : patience;
-        if (after >= patience) {
+        if (!complete && after >= patience) {
             ++outcome.lost;
             ++outcome.late;
             continue;
