@@ -37,7 +37,7 @@ void measure(const test::PrivateSession& session, const Program& program, int ro
     const test::WindowWatcher windows(session.display());
     const auto window = windows.awaitActive(test::ofClass(program.className));
     Samples times;
-    MenuReach count;
+    platform::a11y::MenuReach count;
     for (int round = 0; round < rounds; ++round) {
         BusMenuModel model([] {});
         bool complete = false;
