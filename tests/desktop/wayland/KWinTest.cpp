@@ -140,12 +140,12 @@ TEST_F(KWinTest, glassIsBlurredWhileTheEffectIsLoaded) {
     keep(u"kwin-tint"_s);
     control->loadEffect("blur");
     EXPECT_TRUE(awaitThat([&] { return contrast() < smooth; })) << contrast();
-    keep(u"kwin-blur"_s);
     EXPECT_TRUE(isStriped({100, 700})) << "only behind the capsule";
     control->unloadEffect("blur");
     EXPECT_TRUE(awaitThat([&] { return contrast() > sharp; })) << contrast();
     control->loadEffect("blur");
     EXPECT_TRUE(awaitThat([&] { return contrast() < smooth; })) << contrast();
+    keep(u"kwin-blur"_s);
 }
 
 TEST_F(KWinTest, namesTheCommandsOfAGtkProgram) {

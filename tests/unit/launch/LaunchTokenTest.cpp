@@ -59,8 +59,7 @@ TEST_F(LaunchTokenTest, goesThroughTheEnvironment) {
     EXPECT_EQ(LaunchToken::fromEnvironment(), (LaunchToken{"a_TIME1", "b"}));
     LaunchToken{}.putIntoEnvironment();
     EXPECT_EQ(LaunchToken::fromEnvironment(), (LaunchToken{"a_TIME1", "b"})) << "nothing new is nothing lost";
-    qunsetenv("DESKTOP_STARTUP_ID");
-    qunsetenv("XDG_ACTIVATION_TOKEN");
+    LaunchToken::clearEnvironment();
     EXPECT_EQ(LaunchToken::fromEnvironment(), LaunchToken{});
 }
 

@@ -90,6 +90,12 @@ void LaunchToken::append(sd_bus_message* message) const {
     sd_bus_message_close_container(message);
 }
 
+void LaunchToken::clearEnvironment() {
+    for (const auto& field : fields) {
+        qunsetenv(field.variable);
+    }
+}
+
 void LaunchToken::putIntoEnvironment() const {
     for (const auto& field : fields) {
         if (const auto& value = this->*field.value; !value.isEmpty()) {

@@ -26,6 +26,9 @@ struct LaunchToken {
     /// Puts it where the toolkit and the window layer look when they show a window next.
     void putIntoEnvironment() const;
 
+    /// Drops what no window has used: a compositor refuses a window that comes with an old token.
+    static void clearEnvironment();
+
     friend bool operator==(const LaunchToken&, const LaunchToken&) = default;
 };
 

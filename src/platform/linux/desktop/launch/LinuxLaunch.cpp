@@ -36,6 +36,9 @@ void LinuxLaunch::onReopen(ReopenHandler handler) {
 
 void LinuxLaunch::launchedAgain(const LaunchToken& launching) {
     // Before the program has finished launching, this is the launch that the bus has started it for.
+    if (reopen) {
+        LaunchToken::clearEnvironment();
+    }
     launching.putIntoEnvironment();
     if (reopen) {
         QMetaObject::invokeMethod(
