@@ -5,15 +5,16 @@
 #include "platform/linux/desktop/FileDescriptor.h"
 #include "platform/linux/keys/ShortcutKeys.h"
 
+#include <array>
 #include <atomic>
 #include <cerrno>
+#include <ctime>
 #include <limits>
 #include <mutex>
 #include <poll.h>
 #include <string_view>
 #include <sys/eventfd.h>
 #include <thread>
-#include <time.h>
 #include <utility>
 
 namespace orvantile::platform::a11y {
@@ -142,11 +143,11 @@ private:
         if (result < 0 || events < 0 || sd_bus_get_timeout(bus.get(), &deadline) < 0) {
             return false;
         }
-        pollfd sources[] = {{sd_bus_get_fd(bus.get()), static_cast<short>(events), 0},
-                            {stop.get(), POLLIN, 0}};
+        std::array<pollfd, 2> sources{pollfd{sd_bus_get_fd(bus.get()), static_cast<short>(events), 0},
+                                      pollfd{stop.get(), POLLIN, 0}};
         const auto wait = waitUntil(deadline);
         const int ready =
-            ppoll(sources, std::size(sources),
+            ppoll(sources.data(), sources.size(),
                   deadline == std::numeric_limits<std::uint64_t>::max() ? nullptr : &wait, nullptr);
         return (ready >= 0 || errno == EINTR) && sources[1].revents == 0;
     }
