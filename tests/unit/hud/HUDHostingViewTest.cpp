@@ -81,7 +81,9 @@ TEST_F(HUDHostingViewTest, leavesTheEntranceToTheFrames) {
 
 TEST_F(HUDHostingViewTest, drawsOfALongLabelWhatTheEntranceBringsOntoTheScreens) {
     HUDHostingView content({.text = u"m"_s.repeated(5000), .fontSize = 22}, backdrop, screens);
-    backdrop.answer = QImage(1000, 108, QImage::Format_RGB32);
+    QImage behind(1000, 108, QImage::Format_RGB32);
+    behind.fill(Qt::gray);
+    backdrop.answer = behind;
     const auto size = content.fittingSize();
     ASSERT_GT(size.width, 50'000);
     const platform::Rect place{500 - size.width / 2, 24, size.width, size.height};
