@@ -3,6 +3,7 @@
 #include "platform/Startup.h"
 #include "preferences/PreferencesWindow.h"
 #include "settings/Settings.h"
+#include "trace/Turns.h"
 
 #include <QApplication>
 #include <QTextStream>
@@ -18,6 +19,7 @@ int main(int argc, char* argv[]) {
     }
     const auto launch = platform::beginLaunch();
     QApplication app(argc, argv);
+    const trace::Turns turns;
     QApplication::setApplicationName(QStringLiteral("orvantile"));
     QApplication::setDesktopFileName(QStringLiteral("org.orvantile.Orvantile"));
     QApplication::setApplicationVersion(QStringLiteral(ORVANTILE_VERSION));

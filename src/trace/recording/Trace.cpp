@@ -11,8 +11,8 @@
 namespace orvantile::trace {
 namespace {
 
-constexpr std::array names{"key",  "lookup", "report",  "label", "show", "measure", "shadow",    "backdrop",
-                           "blur", "paint",  "compose", "put",   "map",  "sound",   "pixelsRead"};
+constexpr std::array names{"key",  "lookup", "report",  "label", "show", "measure", "shadow",     "backdrop",
+                           "blur", "paint",  "compose", "put",   "map",  "sound",   "pixelsRead", "turn"};
 
 std::int64_t now() {
     return std::chrono::duration_cast<std::chrono::nanoseconds>(

@@ -3,6 +3,8 @@
 #include "desktop/faults/FullFunction.h"
 
 #include "support/QtPrinting.h"
+#include "support/desktop/BusTraffic.h"
+#include "support/desktop/PanelHost.h"
 #include "support/desktop/SessionBusCalls.h"
 
 #include <chrono>
@@ -15,6 +17,8 @@ namespace {
 
 using Qt::StringLiterals::operator""_s;
 using ::testing::ElementsAre;
+
+constexpr std::chrono::milliseconds soon{500}; // generous on a busy machine
 
 class Neighbours : public ::testing::Test {
 protected:
@@ -49,6 +53,56 @@ TEST_F(Neighbours, windowManagerIsReplaced) {
     expectFullFunction(stage);
 }
 
+TEST_F(Neighbours, windowManagerHangs) {
+    expectFullFunctionWithout(stage.session().windowManagerProcess());
+}
+
+TEST_F(Neighbours, compositorHangs) {
+    stage.session().startCompositor();
+    expectFullFunction(stage);
+    expectFullFunctionWithout(stage.session().compositorProcess());
+}
+
+TEST_F(Neighbours, compositorIsKilled) {
+    stage.session().startCompositor();
+    ASSERT_EQ(kill(stage.session().compositorProcess(), SIGKILL), 0);
+    expectFullFunction(stage);
+    stage.session().startCompositor();
+    expectFullFunction(stage);
+}
+
+/// Without its server nothing can be pressed and nothing be seen; whoever asks the program over the bus is
+/// answered all the same.
+TEST_F(Neighbours, serverHangs) {
+    const SessionBusCalls bus(stage.session().sessionBusAddress());
+    const auto name = u"org.orvantile.Orvantile"_s;
+    ASSERT_EQ(bus.ownerOf(name), stage.orvantile().processIdentifier());
+    const auto server = stage.session().serverProcess();
+    ASSERT_EQ(kill(server, SIGSTOP), 0);
+    for (int time = 0; time < 20; ++time) {
+        EXPECT_TRUE(bus.answers(name, soon));
+    }
+    ASSERT_EQ(kill(server, SIGCONT), 0);
+    expectFullFunction(stage);
+}
+
+TEST_F(Neighbours, panelWithTheItemHangsIsKilledAndComesBack) {
+    const auto watcher = u"org.kde.StatusNotifierWatcher"_s;
+    const BusTraffic traffic(stage.session().sessionBusAddress());
+    auto panel = startPanel(stage.session(), PanelHost::xfce);
+    ASSERT_TRUE(
+        traffic.await(u"StatusNotifierItemRegistered"_s, {}, QDeadlineTimer(std::chrono::minutes(1))));
+    expectFullFunctionWithout(ownerOn(stage.session().sessionBusAddress(), watcher));
+
+    panel->signal(SIGKILL);
+    ASSERT_EQ(panel->awaitExit(), -SIGKILL);
+    expectFullFunction(stage);
+    panel = startPanel(stage.session(), PanelHost::xfce);
+    EXPECT_TRUE(
+        traffic.await(u"StatusNotifierItemRegistered"_s, {}, QDeadlineTimer(std::chrono::minutes(1))));
+    expectFullFunction(stage);
+}
+
 TEST_F(Neighbours, compositorComesAndGoes) {
     for (int time = 0; time < 2; ++time) {
         stage.session().startCompositor();
@@ -77,6 +131,19 @@ TEST_F(Neighbours, registryOfApplicationsHangs) {
 
 TEST_F(Neighbours, launcherOfTheAccessibilityBusHangs) {
     expectFullFunctionWithout(ownerOn(stage.session().sessionBusAddress(), u"org.a11y.Bus"_s));
+}
+
+TEST_F(Neighbours, accessibilityBusIsKilledWithItsLauncher) {
+    const auto launcher = ownerOn(stage.session().sessionBusAddress(), u"org.a11y.Bus"_s);
+    const auto bus = SessionBusCalls(stage.session().accessibilityBusAddress()).daemon();
+    ASSERT_GT(launcher, 0);
+    ASSERT_GT(bus, 0);
+    ASSERT_EQ(kill(launcher, SIGKILL), 0);
+    static_cast<void>(kill(bus, SIGKILL)); // it may have ended with its launcher
+    stage.process(mousepad).end();         // programs of this toolkit do not look for the next bus
+    stage.session().startAccessibility();
+    editor = stage.start(mousepad);
+    expectFullFunction(stage);
 }
 
 TEST_F(Neighbours, accessibilityBusHangs) {

@@ -1,10 +1,10 @@
 // The program's item while bars start late, restart and vanish, and what it does while nothing happens.
 
-#include "desktop/statusitem/PanelHost.h"
 #include "desktop/statusitem/ScriptedBar.h"
 #include "support/QtPrinting.h"
 #include "support/desktop/BusTraffic.h"
 #include "support/desktop/KeyInjector.h"
+#include "support/desktop/PanelHost.h"
 #include "support/desktop/ProcessCost.h"
 #include "support/desktop/Screenshot.h"
 #include "support/desktop/SessionBusCalls.h"

@@ -1,9 +1,9 @@
 #include "platform/linux/desktop/QtScheduler.h"
 #include "platform/linux/desktop/statusitem/LinuxStatusBar.h"
 #include "platform/null/NullPlatform.h"
-#include "statusitem/PanelHost.h"
 #include "support/desktop/CurrentSession.h"
 #include "support/desktop/KeyInjector.h"
+#include "support/desktop/PanelHost.h"
 #include "support/desktop/Screenshot.h"
 #include "support/desktop/WindowWatcher.h"
 

@@ -41,6 +41,13 @@ public:
 
     [[nodiscard]] const QString& display() const { return displayName; }
 
+    /// The processes of the session's parts, to be stopped or killed; 0 for one that does not run.
+    [[nodiscard]] pid_t serverProcess() const { return processOf(server); }
+
+    [[nodiscard]] pid_t windowManagerProcess() const { return processOf(windowManager); }
+
+    [[nodiscard]] pid_t compositorProcess() const { return processOf(compositor); }
+
     void startWindowManager(WindowManager which);
     void stopWindowManager();
 
@@ -53,6 +60,10 @@ public:
     void stopServer();
 
 private:
+    [[nodiscard]] static pid_t processOf(const std::unique_ptr<ChildProcess>& part) {
+        return part ? part->processIdentifier() : 0;
+    }
+
     void startServer(const SessionOptions& options);
     [[nodiscard]] std::unique_ptr<ChildProcess> startServerWithOutputs(const SessionOptions& options) const;
     void setOwnCompositing(bool enabled) const;

@@ -80,6 +80,15 @@ QStringList SessionBusCalls::connectionsOf(pid_t process) const {
     return names;
 }
 
+bool SessionBusCalls::answers(const QString& name, std::chrono::milliseconds patience) const {
+    sd_bus_message* ping = nullptr;
+    const bool made = sd_bus_message_new_method_call(bus.get(), &ping, name.toUtf8().constData(), "/",
+                                                     "org.freedesktop.DBus.Peer", "Ping") >= 0;
+    const Message owned(ping);
+    const auto time = std::chrono::duration_cast<std::chrono::microseconds>(patience).count();
+    return made && sd_bus_call(bus.get(), ping, static_cast<std::uint64_t>(time), nullptr, nullptr) >= 0;
+}
+
 std::size_t SessionBusCalls::matchRules(const QString& connection) const {
     sd_bus_message* reply = nullptr;
     const int result = sd_bus_call_method(bus.get(), "org.freedesktop.DBus", "/org/freedesktop/DBus",

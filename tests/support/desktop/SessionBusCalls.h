@@ -2,6 +2,7 @@
 
 #include <QString>
 #include <QStringList>
+#include <chrono>
 #include <cstddef>
 #include <memory>
 #include <sys/types.h>
@@ -29,6 +30,9 @@ public:
 
     /// The unique names of the connections that a process has to the bus.
     [[nodiscard]] QStringList connectionsOf(pid_t process) const;
+
+    /// Whether the owner of `name` answers a ping: it handles what comes from the bus.
+    [[nodiscard]] bool answers(const QString& name, std::chrono::milliseconds patience) const;
 
     /// How many match rules the bus keeps for a connection; 0 when it does not tell.
     [[nodiscard]] std::size_t matchRules(const QString& connection) const;

@@ -1,4 +1,4 @@
-#include "statusitem/PanelHost.h"
+#include "support/desktop/PanelHost.h"
 
 namespace orvantile::test {
 namespace {
