@@ -3,15 +3,12 @@
 
 #include "endtoend/EditorDesktop.h"
 #include "endtoend/Eyes.h"
+#include "endtoend/TraceRecord.h"
 #include "support/Report.h"
 #include "support/Samples.h"
 
 #include <QCommandLineParser>
 #include <QCoreApplication>
-#include <QFile>
-#include <QJsonArray>
-#include <QJsonDocument>
-#include <QJsonObject>
 #include <cstdio>
 #include <cstdlib>
 #include <utility>
@@ -51,30 +48,8 @@ std::vector<Step> steps() {
             {u"pixelsRead"_s, u"the server has read the picture"_s, {}, {}}};
 }
 
-struct Event {
-    QString name;
-    double begin = 0; ///< milliseconds of the steady clock
-    double duration = 0;
-};
-
-std::vector<Event> readTrace(const QString& path) {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly)) {
-        throw std::runtime_error("the program has written no trace; is it built with ORVANTILE_TRACE?");
-    }
-    constexpr double microseconds = 1000;
-    std::vector<Event> events;
-    for (const auto& each : QJsonDocument::fromJson(file.readAll()).object()[u"traceEvents"_s].toArray()) {
-        const auto event = each.toObject();
-        events.push_back({event[u"name"_s].toString(), event[u"ts"_s].toDouble() / microseconds,
-                          event[u"dur"_s].toDouble() / microseconds});
-    }
-    std::ranges::sort(events, {}, &Event::begin);
-    return events;
-}
-
 /// The first time that each step was taken after each key press.
-void assign(std::vector<Step>& all, const std::vector<Event>& events, const std::vector<Shot>& shots) {
+void assign(std::vector<Step>& all, const std::vector<TraceEvent>& events, const std::vector<Shot>& shots) {
     for (const auto& shot : shots) {
         constexpr double within = 100; // milliseconds; later ones belong to nothing
         for (auto& step : all) {

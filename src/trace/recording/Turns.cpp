@@ -1,13 +1,36 @@
 #include "trace/Turns.h"
 
-#include <QAbstractEventDispatcher>
+#include "trace/Trace.h"
+
+#include <glib.h>
+#include <optional>
 
 namespace orvantile::trace {
+namespace {
+
+std::optional<Span>& turn() {
+    static std::optional<Span> current;
+    return current;
+}
+
+/// The loop's wait. What Qt tells of its loop does not serve: with this library it speaks between two waits,
+/// and events are handled within them.
+gint wait(GPollFD* descriptors, guint count, gint milliseconds) {
+    turn().reset();
+    const gint ready = g_poll(descriptors, count, milliseconds);
+    turn().emplace(Step::turn);
+    return ready;
+}
+
+} // namespace
 
 Turns::Turns() {
-    const auto* loop = QAbstractEventDispatcher::instance();
-    QObject::connect(loop, &QAbstractEventDispatcher::awake, &context, [this] { turn.emplace(Step::turn); });
-    QObject::connect(loop, &QAbstractEventDispatcher::aboutToBlock, &context, [this] { turn.reset(); });
+    g_main_context_set_poll_func(g_main_context_default(), &wait);
+}
+
+Turns::~Turns() {
+    g_main_context_set_poll_func(g_main_context_default(), nullptr);
+    turn().reset();
 }
 
 } // namespace orvantile::trace

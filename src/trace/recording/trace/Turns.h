@@ -1,21 +1,15 @@
 #pragma once
 
-#include "trace/Trace.h"
-
-#include <QObject>
-#include <optional>
-
 namespace orvantile::trace {
 
-/// Records each turn of the main loop, from waking up to sleeping again: how long anything else had to wait.
-/// Made once the application object exists. Main thread only.
+/// Records each turn of the main loop, from the end of one wait to the beginning of the next: how long
+/// anything else had to wait. Made once the application object exists. Main thread only.
 class [[maybe_unused]] Turns {
 public:
     Turns();
-
-private:
-    std::optional<Span> turn;
-    QObject context; ///< ends the connections first
+    Turns(const Turns&) = delete;
+    Turns& operator=(const Turns&) = delete;
+    ~Turns();
 };
 
 } // namespace orvantile::trace
