@@ -58,19 +58,19 @@ private:
         if (!file) {
             return;
         }
-        std::fprintf(file.get(), "{\"traceEvents\":[");
+        std::fprintf(file.get(), R"({"traceEvents":[)");
         const char* separator = "\n";
         for (const auto& event : events) {
             const bool instant = event.begin == event.end;
             constexpr double microsecond = 1000;
-            std::fprintf(file.get(), "%s{\"name\":\"%s\",\"ph\":\"%s\",\"ts\":%.3f,", separator,
+            std::fprintf(file.get(), R"(%s{"name":"%s","ph":"%s","ts":%.3f,)", separator,
                          names.at(static_cast<std::size_t>(event.step)), instant ? "i" : "X",
                          static_cast<double>(event.begin) / microsecond);
             if (!instant) {
-                std::fprintf(file.get(), "\"dur\":%.3f,",
+                std::fprintf(file.get(), R"("dur":%.3f,)",
                              static_cast<double>(event.end - event.begin) / microsecond);
             }
-            std::fprintf(file.get(), "\"pid\":%d,\"tid\":%d}", getpid(), getpid());
+            std::fprintf(file.get(), R"("pid":%d,"tid":%d})", getpid(), getpid());
             separator = ",\n";
         }
         std::fprintf(file.get(), "\n]}\n");

@@ -30,6 +30,8 @@ public:
 
     /// `theme`, when there is one, lives as long as this.
     explicit DesktopAppearance(const Sources& sources = Sources::ofSession(), LiveTheme* theme = nullptr);
+    DesktopAppearance(const DesktopAppearance&) = delete;
+    DesktopAppearance& operator=(const DesktopAppearance&) = delete;
     ~DesktopAppearance() override;
 
     [[nodiscard]] bool isDark() const override { return dark; }

@@ -6,7 +6,7 @@
 namespace orvantile::platform::desktop {
 namespace {
 
-constexpr char byteOrderMark[] = "\xEF\xBB\xBF";
+constexpr auto byteOrderMark = "\xEF\xBB\xBF";
 
 /// The name in `[name]`, or absent.
 std::optional<QByteArray> sectionName(const QByteArray& line) {

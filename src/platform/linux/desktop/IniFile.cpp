@@ -3,7 +3,7 @@
 namespace orvantile::platform::desktop {
 namespace {
 
-constexpr char section[] = "General";
+constexpr auto section = "General";
 
 } // namespace
 

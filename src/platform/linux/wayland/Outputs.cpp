@@ -1,7 +1,6 @@
 #include "platform/linux/wayland/Outputs.h"
 
 #include <algorithm>
-#include <ranges>
 #include <utility>
 
 namespace orvantile::platform::wayland {
@@ -87,7 +86,7 @@ Outputs::~Outputs() {
 
 void Outputs::update() {
     std::erase_if(all, [this](const auto& entry) { return !globals.outputs().contains(entry.first); });
-    for (const auto name : std::views::keys(globals.outputs())) {
+    for (const auto& [name, version] : globals.outputs()) {
         if (!all.contains(name)) {
             all.emplace(name, std::make_unique<Output>(globals, name, [this] { changed(); }));
         }

@@ -154,7 +154,7 @@ QRegion WaylandPanel::blurFor(const PanelFrame& next) const {
     transform.translate(centre.x() - place.edges.origin.x(), centre.y() - place.edges.origin.y());
     transform.scale(next.scale, next.scale);
     transform.translate(-centre.x(), -centre.y());
-    return QRegion(path.toFillPolygon(transform).toPolygon());
+    return path.toFillPolygon(transform).toPolygon();
 }
 
 } // namespace orvantile::platform::wayland

@@ -166,7 +166,7 @@ QRegion X11Panel::blurFor(const PanelFrame& next) const {
     transform.scale(next.scale, next.scale);
     transform.translate(-centre.x(), -centre.y());
     transform.scale(place.scale, place.scale);
-    return QRegion(path.toFillPolygon(transform).toPolygon());
+    return path.toFillPolygon(transform).toPolygon();
 }
 
 void X11Panel::compositorChanged() {

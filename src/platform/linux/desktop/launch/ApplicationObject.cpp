@@ -1,6 +1,7 @@
 #include "platform/linux/desktop/launch/ApplicationObject.h"
 
 #include <algorithm>
+#include <array>
 #include <cstdint>
 #include <utility>
 
@@ -29,22 +30,25 @@ struct ApplicationMethods {
     }
 
     static constexpr std::uint64_t everybody = SD_BUS_VTABLE_UNPRIVILEGED;
-    static const sd_bus_vtable table[];
+    static const sd_bus_vtable* table();
 };
 
-const sd_bus_vtable ApplicationMethods::table[] = {
-    SD_BUS_VTABLE_START(0),
-    SD_BUS_METHOD("Activate", "a{sv}", "", activate, everybody),
-    SD_BUS_METHOD("Open", "asa{sv}", "", open, everybody),
-    SD_BUS_METHOD("ActivateAction", "sava{sv}", "", activateAction, everybody),
-    SD_BUS_VTABLE_END,
-};
+const sd_bus_vtable* ApplicationMethods::table() {
+    static const auto entries = std::to_array<sd_bus_vtable>({
+        SD_BUS_VTABLE_START(0),
+        SD_BUS_METHOD("Activate", "a{sv}", "", activate, everybody),
+        SD_BUS_METHOD("Open", "asa{sv}", "", open, everybody),
+        SD_BUS_METHOD("ActivateAction", "sava{sv}", "", activateAction, everybody),
+        SD_BUS_VTABLE_END,
+    });
+    return entries.data();
+}
 
 ApplicationObject::ApplicationObject(SessionBus& bus, const std::string& name, Handler launched_)
     : launched(std::move(launched_)) {
     sd_bus_slot* slot = nullptr;
-    sd_bus_add_object_vtable(bus.handle(), &slot, pathOf(name).c_str(), interface, ApplicationMethods::table,
-                             this);
+    sd_bus_add_object_vtable(bus.handle(), &slot, pathOf(name).c_str(), interface,
+                             ApplicationMethods::table(), this);
     object.reset(slot);
 }
 

@@ -22,6 +22,8 @@ class LinuxStatusItem final : public StatusItem {
 public:
     /// `name` is the item's name on the bus. The platform's peers outlive the item.
     LinuxStatusItem(Scheduler& scheduler, Appearance& appearance, const std::string& name);
+    LinuxStatusItem(const LinuxStatusItem&) = delete;
+    LinuxStatusItem& operator=(const LinuxStatusItem&) = delete;
     ~LinuxStatusItem() override;
 
     void setImage(const std::optional<SymbolImage>& image) override;

@@ -2,6 +2,7 @@
 
 #include "platform/linux/desktop/statusitem/MenuMessages.h"
 
+#include <array>
 #include <string_view>
 #include <utility>
 
@@ -129,31 +130,34 @@ struct MenuExportMethods {
     }
 
     static constexpr std::uint64_t open = SD_BUS_VTABLE_UNPRIVILEGED;
-    static const sd_bus_vtable table[];
+    static const sd_bus_vtable* table();
 };
 
-const sd_bus_vtable MenuExportMethods::table[] = {
-    SD_BUS_VTABLE_START(0),
-    SD_BUS_PROPERTY("Version", "u", version, 0, SD_BUS_VTABLE_PROPERTY_CONST),
-    SD_BUS_PROPERTY("TextDirection", "s", textDirection, 0, SD_BUS_VTABLE_PROPERTY_CONST),
-    SD_BUS_PROPERTY("Status", "s", status, 0, SD_BUS_VTABLE_PROPERTY_CONST),
-    SD_BUS_PROPERTY("IconThemePath", "as", iconThemePath, 0, SD_BUS_VTABLE_PROPERTY_CONST),
-    SD_BUS_METHOD("GetLayout", "iias", "u(ia{sv}av)", getLayout, open),
-    SD_BUS_METHOD("GetGroupProperties", "aias", "a(ia{sv})", getGroupProperties, open),
-    SD_BUS_METHOD("GetProperty", "is", "v", getProperty, open),
-    SD_BUS_METHOD("Event", "isvu", "", event, open),
-    SD_BUS_METHOD("EventGroup", "a(isvu)", "ai", eventGroup, open),
-    SD_BUS_METHOD("AboutToShow", "i", "b", aboutToShow, open),
-    SD_BUS_METHOD("AboutToShowGroup", "ai", "aiai", aboutToShowGroup, open),
-    SD_BUS_SIGNAL("ItemsPropertiesUpdated", "a(ia{sv})a(ias)", 0),
-    SD_BUS_SIGNAL("LayoutUpdated", "ui", 0),
-    SD_BUS_SIGNAL("ItemActivationRequested", "iu", 0),
-    SD_BUS_VTABLE_END,
-};
+const sd_bus_vtable* MenuExportMethods::table() {
+    static const auto entries = std::to_array<sd_bus_vtable>({
+        SD_BUS_VTABLE_START(0),
+        SD_BUS_PROPERTY("Version", "u", version, 0, SD_BUS_VTABLE_PROPERTY_CONST),
+        SD_BUS_PROPERTY("TextDirection", "s", textDirection, 0, SD_BUS_VTABLE_PROPERTY_CONST),
+        SD_BUS_PROPERTY("Status", "s", status, 0, SD_BUS_VTABLE_PROPERTY_CONST),
+        SD_BUS_PROPERTY("IconThemePath", "as", iconThemePath, 0, SD_BUS_VTABLE_PROPERTY_CONST),
+        SD_BUS_METHOD("GetLayout", "iias", "u(ia{sv}av)", getLayout, open),
+        SD_BUS_METHOD("GetGroupProperties", "aias", "a(ia{sv})", getGroupProperties, open),
+        SD_BUS_METHOD("GetProperty", "is", "v", getProperty, open),
+        SD_BUS_METHOD("Event", "isvu", "", event, open),
+        SD_BUS_METHOD("EventGroup", "a(isvu)", "ai", eventGroup, open),
+        SD_BUS_METHOD("AboutToShow", "i", "b", aboutToShow, open),
+        SD_BUS_METHOD("AboutToShowGroup", "ai", "aiai", aboutToShowGroup, open),
+        SD_BUS_SIGNAL("ItemsPropertiesUpdated", "a(ia{sv})a(ias)", 0),
+        SD_BUS_SIGNAL("LayoutUpdated", "ui", 0),
+        SD_BUS_SIGNAL("ItemActivationRequested", "iu", 0),
+        SD_BUS_VTABLE_END,
+    });
+    return entries.data();
+}
 
 MenuExport::MenuExport(SessionBus& bus_, Choice choose_) : bus(bus_), choose(std::move(choose_)) {
     sd_bus_slot* slot = nullptr;
-    sd_bus_add_object_vtable(bus.handle(), &slot, path, menuInterface, MenuExportMethods::table, this);
+    sd_bus_add_object_vtable(bus.handle(), &slot, path, menuInterface, MenuExportMethods::table(), this);
     object.reset(slot);
 }
 

@@ -3,6 +3,7 @@
 #include "platform/linux/desktop/launch/LaunchToken.h"
 
 #include <QtEndian>
+#include <array>
 #include <cstdint>
 #include <cstring>
 #include <utility>
@@ -113,48 +114,52 @@ struct NotifierItemMethods {
     }
 
     static constexpr std::uint64_t open = SD_BUS_VTABLE_UNPRIVILEGED;
-    static const sd_bus_vtable table[];
+    static const sd_bus_vtable* table();
 };
 
-const sd_bus_vtable NotifierItemMethods::table[] = {
-    SD_BUS_VTABLE_START(0),
-    SD_BUS_PROPERTY("Category", "s", constant, 0, SD_BUS_VTABLE_PROPERTY_CONST),
-    SD_BUS_PROPERTY("Id", "s", constant, 0, SD_BUS_VTABLE_PROPERTY_CONST),
-    SD_BUS_PROPERTY("Title", "s", title, 0, 0),
-    SD_BUS_PROPERTY("Status", "s", constant, 0, 0),
-    SD_BUS_PROPERTY("WindowId", "i", constant, 0, SD_BUS_VTABLE_PROPERTY_CONST),
-    SD_BUS_PROPERTY("IconThemePath", "s", constant, 0, SD_BUS_VTABLE_PROPERTY_CONST),
-    SD_BUS_PROPERTY("Menu", "o", menuPath, 0, SD_BUS_VTABLE_PROPERTY_CONST),
-    SD_BUS_PROPERTY("ItemIsMenu", "b", constant, 0, SD_BUS_VTABLE_PROPERTY_CONST),
-    SD_BUS_PROPERTY("IconName", "s", iconName, 0, 0),
-    SD_BUS_PROPERTY("IconPixmap", "a(iiay)", iconImages, 0, 0),
-    SD_BUS_PROPERTY("IconAccessibleDesc", "s", title, 0, 0),
-    SD_BUS_PROPERTY("OverlayIconName", "s", constant, 0, 0),
-    SD_BUS_PROPERTY("OverlayIconPixmap", "a(iiay)", noImages, 0, 0),
-    SD_BUS_PROPERTY("AttentionIconName", "s", constant, 0, 0),
-    SD_BUS_PROPERTY("AttentionIconPixmap", "a(iiay)", noImages, 0, 0),
-    SD_BUS_PROPERTY("AttentionMovieName", "s", constant, 0, 0),
-    SD_BUS_PROPERTY("ToolTip", "(sa(iiay)ss)", toolTip, 0, 0),
-    SD_BUS_METHOD("ContextMenu", "ii", "", showMenu, open),
-    SD_BUS_METHOD("Activate", "ii", "", showMenu, open),
-    SD_BUS_METHOD("SecondaryActivate", "ii", "", ignore, open),
-    SD_BUS_METHOD("Scroll", "is", "", ignore, open),
-    SD_BUS_METHOD("ProvideXdgActivationToken", "s", "", takeToken, open),
-    SD_BUS_SIGNAL("NewTitle", "", 0),
-    SD_BUS_SIGNAL("NewIcon", "", 0),
-    SD_BUS_SIGNAL("NewAttentionIcon", "", 0),
-    SD_BUS_SIGNAL("NewOverlayIcon", "", 0),
-    SD_BUS_SIGNAL("NewToolTip", "", 0),
-    SD_BUS_SIGNAL("NewStatus", "s", 0),
-    SD_BUS_VTABLE_END,
-};
+const sd_bus_vtable* NotifierItemMethods::table() {
+    static const auto entries = std::to_array<sd_bus_vtable>({
+        SD_BUS_VTABLE_START(0),
+        SD_BUS_PROPERTY("Category", "s", constant, 0, SD_BUS_VTABLE_PROPERTY_CONST),
+        SD_BUS_PROPERTY("Id", "s", constant, 0, SD_BUS_VTABLE_PROPERTY_CONST),
+        SD_BUS_PROPERTY("Title", "s", title, 0, 0),
+        SD_BUS_PROPERTY("Status", "s", constant, 0, 0),
+        SD_BUS_PROPERTY("WindowId", "i", constant, 0, SD_BUS_VTABLE_PROPERTY_CONST),
+        SD_BUS_PROPERTY("IconThemePath", "s", constant, 0, SD_BUS_VTABLE_PROPERTY_CONST),
+        SD_BUS_PROPERTY("Menu", "o", menuPath, 0, SD_BUS_VTABLE_PROPERTY_CONST),
+        SD_BUS_PROPERTY("ItemIsMenu", "b", constant, 0, SD_BUS_VTABLE_PROPERTY_CONST),
+        SD_BUS_PROPERTY("IconName", "s", iconName, 0, 0),
+        SD_BUS_PROPERTY("IconPixmap", "a(iiay)", iconImages, 0, 0),
+        SD_BUS_PROPERTY("IconAccessibleDesc", "s", title, 0, 0),
+        SD_BUS_PROPERTY("OverlayIconName", "s", constant, 0, 0),
+        SD_BUS_PROPERTY("OverlayIconPixmap", "a(iiay)", noImages, 0, 0),
+        SD_BUS_PROPERTY("AttentionIconName", "s", constant, 0, 0),
+        SD_BUS_PROPERTY("AttentionIconPixmap", "a(iiay)", noImages, 0, 0),
+        SD_BUS_PROPERTY("AttentionMovieName", "s", constant, 0, 0),
+        SD_BUS_PROPERTY("ToolTip", "(sa(iiay)ss)", toolTip, 0, 0),
+        SD_BUS_METHOD("ContextMenu", "ii", "", showMenu, open),
+        SD_BUS_METHOD("Activate", "ii", "", showMenu, open),
+        SD_BUS_METHOD("SecondaryActivate", "ii", "", ignore, open),
+        SD_BUS_METHOD("Scroll", "is", "", ignore, open),
+        SD_BUS_METHOD("ProvideXdgActivationToken", "s", "", takeToken, open),
+        SD_BUS_SIGNAL("NewTitle", "", 0),
+        SD_BUS_SIGNAL("NewIcon", "", 0),
+        SD_BUS_SIGNAL("NewAttentionIcon", "", 0),
+        SD_BUS_SIGNAL("NewOverlayIcon", "", 0),
+        SD_BUS_SIGNAL("NewToolTip", "", 0),
+        SD_BUS_SIGNAL("NewStatus", "s", 0),
+        SD_BUS_VTABLE_END,
+    });
+    return entries.data();
+}
 
 NotifierItem::NotifierItem(SessionBus& bus_, std::string menuPath_, ShowMenu showMenu_)
     : bus(bus_),
       menuPath(std::move(menuPath_)),
       showMenu(std::move(showMenu_)) {
     sd_bus_slot* slot = nullptr;
-    sd_bus_add_object_vtable(bus.handle(), &slot, itemPath, itemInterface, NotifierItemMethods::table, this);
+    sd_bus_add_object_vtable(bus.handle(), &slot, itemPath, itemInterface, NotifierItemMethods::table(),
+                             this);
     object.reset(slot);
 }
 

@@ -4,6 +4,8 @@
 #include <QTextBlock>
 #include <QTextDocument>
 #include <QTextList>
+#include <algorithm>
+#include <array>
 
 namespace orvantile::platform::desktop {
 
@@ -15,10 +17,10 @@ constexpr qsizetype longestNotes = 16'384;
 constexpr std::size_t mostParagraphs = 400;
 
 bool isStructure(QStringView tag) {
-    static constexpr QStringView tags[] = {u"h1", u"h2", u"h3", u"h4", u"h5", u"h6",
-                                           u"p",  u"ul", u"ol", u"li", u"br", u"div"};
-    return std::any_of(std::begin(tags), std::end(tags),
-                       [&](QStringView known) { return tag.compare(known, Qt::CaseInsensitive) == 0; });
+    static constexpr auto tags = std::to_array<QStringView>(
+        {u"h1", u"h2", u"h3", u"h4", u"h5", u"h6", u"p", u"ul", u"ol", u"li", u"br", u"div"});
+    return std::ranges::any_of(
+        tags, [&](QStringView known) { return tag.compare(known, Qt::CaseInsensitive) == 0; });
 }
 
 /// Leaves the known tags without their attributes, so that the toolkit's parser meets nothing that could

@@ -2,6 +2,8 @@
 
 #include <QFileInfo>
 #include <QLocale>
+#include <algorithm>
+#include <array>
 
 namespace orvantile::platform::desktop {
 
@@ -12,10 +14,10 @@ namespace {
 /// Kinds of package that the desktop opens with its installer. Anything else is only shown in its folder,
 /// so that opening it can never mean running it.
 bool hasInstaller(const QString& path) {
-    static constexpr QStringView endings[] = {u".deb",        u".rpm",  u".flatpak",
-                                              u".flatpakref", u".snap", u".pkg.tar.zst"};
-    return std::any_of(std::begin(endings), std::end(endings),
-                       [&](QStringView ending) { return path.endsWith(ending, Qt::CaseInsensitive); });
+    static constexpr auto endings = std::to_array<QStringView>(
+        {u".deb", u".rpm", u".flatpak", u".flatpakref", u".snap", u".pkg.tar.zst"});
+    return std::ranges::any_of(
+        endings, [&](QStringView ending) { return path.endsWith(ending, Qt::CaseInsensitive); });
 }
 
 QString size(qint64 bytes) {
