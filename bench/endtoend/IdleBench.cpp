@@ -62,10 +62,7 @@ int run(int seconds, int rate, const QString& document) {
     report.paragraph(u"Load at the end %1. Memory: RSS %2 MiB, PSS %3 MiB, private dirty %4 MiB."_s.arg(
         loadNow(), shortNumber(held.resident), shortNumber(held.proportional),
         shortNumber(held.privateDirty)));
-    report.print();
-    if (!document.isEmpty()) {
-        report.writeInto(document);
-    }
+    report.deliver(document);
     return EXIT_SUCCESS;
 }
 

@@ -139,10 +139,7 @@ int run(const Plan& plan, const QList<bool>& loads, const QString& document) {
         addRows(report, all, false);
         addRows(report, all, true);
     }
-    report.print();
-    if (!document.isEmpty()) {
-        report.writeInto(document);
-    }
+    report.deliver(document);
     return EXIT_SUCCESS;
 }
 

@@ -112,10 +112,7 @@ int run(int rate, int seconds, const QString& document) {
                      "at the end %5."_s.arg(shortNumber(share), shortNumber(editorShare),
                                             shortNumber(before.resident), shortNumber(after.resident),
                                             loadNow()));
-    report.print();
-    if (!document.isEmpty()) {
-        report.writeInto(document);
-    }
+    report.deliver(document);
     return EXIT_SUCCESS;
 }
 

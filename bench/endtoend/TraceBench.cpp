@@ -97,10 +97,7 @@ int run(int count, const QString& document, const QString& keep) {
                 u"–"_s, u"–"_s});
     report.row({u"seen from outside: first changed pixel"_s, QString::number(changed.count()),
                 shortNumber(changed.median()), u"–"_s, u"–"_s});
-    report.print();
-    if (!document.isEmpty()) {
-        report.writeInto(document);
-    }
+    report.deliver(document);
     return EXIT_SUCCESS;
 }
 

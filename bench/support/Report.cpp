@@ -23,9 +23,12 @@ void Report::row(const QStringList& cells) {
     markdown += u"| "_s + cells.join(u" | "_s) + u" |\n"_s;
 }
 
-void Report::print() const {
+void Report::deliver(const QString& path) const {
     std::printf("%s", qUtf8Printable(markdown));
     std::fflush(stdout);
+    if (!path.isEmpty()) {
+        writeInto(path);
+    }
 }
 
 void Report::writeInto(const QString& path) const {

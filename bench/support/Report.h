@@ -17,12 +17,13 @@ public:
     void table(const QStringList& columns);
     void row(const QStringList& cells);
 
-    void print() const;
-
-    /// Puts the report into its part of the document. Throws std::runtime_error when there is no such part.
-    void writeInto(const QString& path) const;
+    /// Prints the report; puts it into its part of the document, too, where `path` names one. Throws
+    /// std::runtime_error when there is no such part.
+    void deliver(const QString& path) const;
 
 private:
+    void writeInto(const QString& path) const;
+
     QString name;
     QString markdown;
 };
