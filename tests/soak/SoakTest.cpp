@@ -48,9 +48,7 @@ class Soak : public ::testing::Test {
 protected:
     Soak() {
         server.start();
-        for (const auto* name : {"PULSE_SERVER", "PULSE_COOKIE"}) {
-            stage.session().setVariable(QString::fromLatin1(name), qEnvironmentVariable(name));
-        }
+        server.serve(stage.session());
         stage.session().writeFile(u".config/orvantile/orvantile.ini"_s,
                                   "[General]\ndisplaySeconds=0.3\nsoundEnabled=true\n");
         editors = {stage.start(geany).handle, stage.start(mousepad).handle};

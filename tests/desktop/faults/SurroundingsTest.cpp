@@ -43,9 +43,7 @@ TEST(Surroundings, soundServerHangsIsKilledAndComesBack) {
     SoundServer server;
     server.start();
     Stage stage;
-    for (const auto* name : {"PULSE_SERVER", "PULSE_COOKIE"}) {
-        stage.session().setVariable(QString::fromLatin1(name), qEnvironmentVariable(name));
-    }
+    server.serve(stage.session());
     stage.session().writeFile(u".config"_s + settingsFile,
                               "[General]\ndisplaySeconds=0.3\nsoundEnabled=true\n");
     begin(stage);

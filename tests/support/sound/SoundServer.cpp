@@ -66,6 +66,12 @@ void SoundServer::kill() {
     server.reset();
 }
 
+void SoundServer::serve(PrivateEnvironment& session) const {
+    for (const auto* name : {"PULSE_SERVER", "PULSE_COOKIE"}) {
+        session.setVariable(QString::fromLatin1(name), qEnvironmentVariable(name));
+    }
+}
+
 void SoundServer::record() {
     recorder = std::make_unique<QProcess>();
     auto client = environment;

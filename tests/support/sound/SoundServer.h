@@ -1,6 +1,7 @@
 #pragma once
 
 #include "support/desktop/ChildProcess.h"
+#include "support/desktop/PrivateEnvironment.h"
 
 #include <QProcess>
 #include <QTemporaryDir>
@@ -20,6 +21,9 @@ public:
     /// Throws std::runtime_error when it does not get ready.
     void start();
     void kill();
+
+    /// Points clients that are started in the session from now on to the server.
+    void serve(PrivateEnvironment& session) const;
 
     /// Sends a signal to the server, such as SIGSTOP.
     void signal(int number) const { server->signal(number); }
