@@ -56,7 +56,8 @@ std::vector<ResourceBundle> bundlesOf(const std::string& path) {
         return bundles;
     }
     const auto section = [&](std::size_t index) {
-        return readAt<Elf64_Shdr>(file, static_cast<qint64>(header->e_shoff + index * sizeof(Elf64_Shdr)));
+        const auto offset = header->e_shoff + index * sizeof(Elf64_Shdr);
+        return readAt<Elf64_Shdr>(file, static_cast<qint64>(offset));
     };
     const auto names = section(header->e_shstrndx);
     const auto text = names ? bytesAt(file, *names, largestNames) : QByteArray();

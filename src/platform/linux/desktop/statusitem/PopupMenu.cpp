@@ -27,20 +27,24 @@ PopupMenu::PopupMenu(std::shared_ptr<Menu> menu_, Choice choose_)
     : menu(std::move(menu_)),
       choose(std::move(choose_)) {
     for (std::size_t index = 0; index < menu->items().size(); ++index) {
-        const auto& item = menu->items()[index];
-        if (item.isSeparator()) {
-            addSeparator();
-            continue;
-        }
-        QString title = item.title;
-        auto* action = addAction(title.replace(u'&', QStringLiteral("&&")));
-        action->setCheckable(item.tag != 0);
-        if (!item.keyEquivalent.isEmpty()) {
-            action->setShortcut(QKeySequence(u"Ctrl+" % item.keyEquivalent.toUpper()));
-        }
-        connect(action, &QAction::triggered, this, [this, index] { choose(menu->items()[index]); });
+        addItem(index);
     }
     update();
+}
+
+void PopupMenu::addItem(std::size_t index) {
+    const auto& item = menu->items()[index];
+    if (item.isSeparator()) {
+        addSeparator();
+        return;
+    }
+    QString title = item.title;
+    auto* action = addAction(title.replace(u'&', QStringLiteral("&&")));
+    action->setCheckable(item.tag != 0);
+    if (!item.keyEquivalent.isEmpty()) {
+        action->setShortcut(QKeySequence(u"Ctrl+" % item.keyEquivalent.toUpper()));
+    }
+    connect(action, &QAction::triggered, this, [this, index] { choose(menu->items()[index]); });
 }
 
 void PopupMenu::openAt(QPoint place) {

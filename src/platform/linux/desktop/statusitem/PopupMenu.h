@@ -4,6 +4,7 @@
 
 #include <QMenu>
 #include <QPoint>
+#include <cstddef>
 #include <functional>
 #include <memory>
 
@@ -27,6 +28,8 @@ protected:
     void keyPressEvent(QKeyEvent* event) override;
 
 private:
+    void addItem(std::size_t index);
+
     std::shared_ptr<Menu> menu;
     Choice choose;
 };

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QSocketNotifier>
+#include <cstdlib>
 #include <functional>
 #include <memory>
 #include <string>
@@ -12,8 +13,11 @@ struct CloseXConnection {
     void operator()(xcb_connection_t* connection) const { xcb_disconnect(connection); }
 };
 
+/// Gives back memory that the X library has allocated.
 struct FreeXReply {
-    void operator()(void* reply) const { std::free(reply); }
+    void operator()(void* reply) const {
+        std::free(reply); // NOLINT(cppcoreguidelines-no-malloc,cppcoreguidelines-owning-memory)
+    }
 };
 
 template <typename Reply>

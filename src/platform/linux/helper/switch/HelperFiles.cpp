@@ -22,7 +22,7 @@ constexpr QByteArrayView mark = "# Orvantile: commands of Qt programs";
 constexpr qsizetype longestFile = 1'000'000;
 
 fs::path environmentFolder(const char* name) {
-    return fs::path(qgetenv(name).toStdString());
+    return qgetenv(name).toStdString();
 }
 
 QByteArray quoted(const fs::path& path) {
@@ -59,7 +59,7 @@ HelperFiles::Places HelperFiles::Places::ofUser() {
             .installed = (program / "../share/orvantile/session").lexically_normal()};
 }
 
-HelperFiles::HelperFiles(Places places)
+HelperFiles::HelperFiles(const Places& places)
     : variablesFile(places.installed / "qt-helper.conf"),
       scriptFile(places.installed / "qt-helper.sh"),
       link(places.configuration / "environment.d" / "60-orvantile-qt-helper.conf"),

@@ -20,7 +20,7 @@ public:
         [[nodiscard]] static Places ofUser();
     };
 
-    explicit HelperFiles(Places places);
+    explicit HelperFiles(const Places& places);
 
     /// Whether the installation brings a helper along.
     [[nodiscard]] bool isInstalled() const;
