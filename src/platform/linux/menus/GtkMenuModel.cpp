@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <chrono>
-#include <string_view>
 #include <utility>
 
 namespace orvantile::platform::menus {
@@ -13,12 +12,9 @@ namespace {
 constexpr auto menusInterface = "org.gtk.Menus";
 constexpr std::chrono::milliseconds settlingTime{50};
 
-bool isPath(const std::string& path) {
-    return sd_bus_object_path_is_valid(path.c_str()) > 0;
-}
-
 bool exportsMenu(const session::WindowObjects& objects) {
-    return sd_bus_service_name_is_valid(objects.gtkBusName.c_str()) > 0 && isPath(objects.gtkMenuBar);
+    return sd_bus_service_name_is_valid(objects.gtkBusName.c_str()) > 0 &&
+           sd_bus_object_path_is_valid(objects.gtkMenuBar.c_str()) > 0;
 }
 
 } // namespace
@@ -67,13 +63,8 @@ void GtkMenuModel::join(const session::WindowObjects& objects) {
                                         askForGroups();
                                         changed();
                                     });
-    const auto actions = [&](const std::string& path) {
-        return isPath(path) ? std::make_unique<ActionGroup>(*connection, objects.gtkBusName, path)
-                            : std::unique_ptr<ActionGroup>();
-    };
-    applicationActions = actions(objects.gtkApplication);
-    windowActions = actions(objects.gtkWindow);
-    menuActions = actions(objects.gtkMenuBar);
+    actions = ActionGroups(*connection, objects);
+    menuActions = actionsAt(*connection, objects.gtkBusName, objects.gtkMenuBar);
     askForGroups();
 }
 
@@ -92,8 +83,7 @@ void GtkMenuModel::leave() {
     self.reset();
     joined = {};
     changes.reset();
-    applicationActions.reset();
-    windowActions.reset();
+    actions = {};
     menuActions.reset();
     menu = {};
     accelerated.clear();
@@ -132,20 +122,12 @@ void GtkMenuModel::conclude() {
     std::erase_if(accelerated, [](const auto& item) { return !item.accelerator; });
 }
 
-const ActionGroup* GtkMenuModel::groupOf(std::string_view prefix) const {
-    if (prefix == "app") {
-        return applicationActions.get();
-    }
-    return prefix == "win" ? windowActions.get() : menuActions.get();
-}
-
 bool GtkMenuModel::isEnabled(const std::string& action) const {
-    const auto dot = action.find('.');
-    if (dot == std::string::npos) {
-        return false;
+    if (const auto known = actions.isEnabled(action)) {
+        return *known;
     }
-    const auto* group = groupOf(std::string_view(action).substr(0, dot));
-    return group != nullptr && group->isEnabled(action.substr(dot + 1));
+    const auto dot = action.find('.');
+    return dot != std::string::npos && menuActions && menuActions->isEnabled(action.substr(dot + 1));
 }
 
 a11y::MenuAnswer GtkMenuModel::commandFor(const session::ActiveWindow& window,

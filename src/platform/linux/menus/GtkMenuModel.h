@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/linux/menus/ActionGroup.h"
+#include "platform/linux/menus/ActionGroups.h"
 #include "platform/linux/menus/CommandList.h"
 #include "platform/linux/menus/ExportedMenu.h"
 #include "platform/linux/menus/SessionMenuBus.h"
@@ -9,7 +9,6 @@
 #include <cstdint>
 #include <memory>
 #include <string>
-#include <string_view>
 #include <vector>
 
 namespace orvantile::platform::menus {
@@ -39,15 +38,13 @@ private:
     void askForGroups();
     void changed();
     void conclude();
-    [[nodiscard]] const ActionGroup* groupOf(std::string_view prefix) const;
     [[nodiscard]] bool isEnabled(const std::string& action) const;
 
     SessionMenuBus& bus;
     std::int32_t followed = -1;
     session::WindowObjects joined; ///< empty while no menu is followed
     ExportedMenu menu;
-    std::unique_ptr<ActionGroup> applicationActions;
-    std::unique_ptr<ActionGroup> windowActions;
+    ActionGroups actions;
     std::unique_ptr<ActionGroup> menuActions; ///< exported beside the menu itself
     a11y::SlotHandle changes;
     std::vector<ExportedMenu::Item> accelerated;

@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <array>
 #include <mutex>
-#include <string_view>
 #include <utility>
 #include <xkbcommon/xkbcommon-keysyms.h>
 
@@ -59,8 +58,7 @@ ShortcutsWindowModel::~ShortcutsWindowModel() {
 
 void ShortcutsWindowModel::unwatch() {
     watched = {};
-    applicationActions.reset();
-    windowActions.reset();
+    actions = {};
 }
 
 void ShortcutsWindowModel::follow(std::int32_t processIdentifier) {
@@ -120,31 +118,14 @@ void ShortcutsWindowModel::watchActions(const session::WindowObjects& objects) {
         std::ranges::none_of(known[followed], [](const auto& each) { return !each.action.empty(); })) {
         return;
     }
-    auto* connection = bus.open();
-    if (connection == nullptr || sd_bus_service_name_is_valid(objects.gtkBusName.c_str()) <= 0) {
-        return;
+    if (auto* connection = bus.open()) {
+        watched = objects;
+        actions = ActionGroups(*connection, objects);
     }
-    const auto actions = [&](const std::string& path) {
-        return sd_bus_object_path_is_valid(path.c_str()) > 0
-                   ? std::make_unique<ActionGroup>(*connection, objects.gtkBusName, path)
-                   : std::unique_ptr<ActionGroup>();
-    };
-    watched = objects;
-    applicationActions = actions(objects.gtkApplication);
-    windowActions = actions(objects.gtkWindow);
 }
 
 bool ShortcutsWindowModel::isEnabled(const DescribedShortcut& shortcut) const {
-    const auto in = [&](const ActionGroup* group, std::string_view prefix) {
-        return group != nullptr && group->isEnabled(shortcut.action.substr(prefix.size()));
-    };
-    if (shortcut.action.starts_with("app.")) {
-        return in(applicationActions.get(), "app.");
-    }
-    if (shortcut.action.starts_with("win.")) {
-        return in(windowActions.get(), "win.");
-    }
-    return !editsText(shortcut.accelerator);
+    return actions.isEnabled(shortcut.action).value_or(!editsText(shortcut.accelerator));
 }
 
 a11y::MenuAnswer ShortcutsWindowModel::commandFor(const session::ActiveWindow& window,

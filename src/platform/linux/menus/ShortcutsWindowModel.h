@@ -2,7 +2,7 @@
 
 #include "platform/linux/a11y/MenuModel.h"
 #include "platform/linux/desktop/WorkerThread.h"
-#include "platform/linux/menus/ActionGroup.h"
+#include "platform/linux/menus/ActionGroups.h"
 #include "platform/linux/menus/SessionMenuBus.h"
 #include "platform/linux/menus/ShortcutsDescription.h"
 
@@ -59,8 +59,7 @@ private:
     std::int32_t followed = -1;
     std::map<std::int32_t, Shortcuts> known; ///< by process
     session::WindowObjects watched;
-    std::unique_ptr<ActionGroup> applicationActions;
-    std::unique_ptr<ActionGroup> windowActions;
+    ActionGroups actions; ///< of `watched`
     std::optional<session::ActiveWindow> latestWindow;
     bool reading = false;
     QObject context; ///< of the answers
