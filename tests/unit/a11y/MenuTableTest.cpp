@@ -1,6 +1,6 @@
 #include "platform/linux/a11y/MenuTable.h"
 
-#include <chrono>
+#include <ctime>
 #include <gmock/gmock.h>
 
 namespace orvantile::platform::a11y {
@@ -105,10 +105,9 @@ TEST_F(Table, forgetsManyItemsOfOneAcceleratorAsFastAsOthers) {
     }
     table.find("/0")->enabled = false;
     EXPECT_EQ(table.command("/window", controlS), table.find("/1"));
-    const auto start = std::chrono::steady_clock::now();
+    const auto used = std::clock(); // of this process alone, however busy the machine is
     table.removeToplevel("/window");
-    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::milliseconds(200))
-        << "not by the square";
+    EXPECT_LT(std::clock() - used, CLOCKS_PER_SEC / 5) << "not by the square";
     EXPECT_EQ(table.size(), 0U);
     EXPECT_EQ(table.acceleratedCount(), 0U);
 }

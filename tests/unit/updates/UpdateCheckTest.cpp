@@ -112,10 +112,12 @@ TEST_F(UpdateCheckTest, reportsFeedsThatAreMissingUnreadableOrBombs) {
 }
 
 TEST_F(UpdateCheckTest, reportsServersThatAreGoneSlowOrNotGenuine) {
+    const auto patient = environment.policy.feed;
     environment.policy.feed = {100'000, 5s, 200ms, 100};
     server.answer(u"/appcast.xml"_s, {.body = test::feedText({}), .ending = Ending::trickle});
     expectFailure(u"took too long"_s);
     controller.reset();
+    environment.policy.feed = patient;
     environment.policy.authorities = {test::TestCertificate().certificate};
     expectFailure(u"No secure connection"_s);
     controller.reset();
