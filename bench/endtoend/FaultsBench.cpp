@@ -175,10 +175,7 @@ int run(int shots, const QString& document) {
                     shortNumber(turns.quantile(1))});
     }
     report.paragraph(u"Load at the end %1."_s.arg(loadNow()));
-    report.print();
-    if (!document.isEmpty()) {
-        report.writeInto(document);
-    }
+    report.deliver(document);
     return EXIT_SUCCESS;
 }
 
