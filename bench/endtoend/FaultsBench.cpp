@@ -47,9 +47,7 @@ struct Result {
 class Faults {
 public:
     Faults() {
-        for (const auto* name : {"PULSE_SERVER", "PULSE_COOKIE"}) {
-            desktop.session().setVariable(QString::fromLatin1(name), qEnvironmentVariable(name));
-        }
+        sound.serve(desktop.session());
         desktop.session().setVariable(u"ORVANTILE_TRACE"_s, tracePath());
         sound.start();
         panel = test::startPanel(desktop.session(), test::PanelHost::xfce);
