@@ -52,7 +52,6 @@ public:
         sound.start();
         panel = test::startPanel(desktop.session(), test::PanelHost::xfce);
         desktop.windows().awaitWindow(test::ofClass(u"xfce4-panel"_s), QDeadlineTimer(60s));
-        desktop.session().startCompositor();
         desktop.startOrvantile();
     }
 
@@ -72,7 +71,6 @@ public:
             faults.push_back({what, [=] { ::kill(process, SIGSTOP); }, [=] { ::kill(process, SIGCONT); }});
         };
         stopped(u"window manager"_s, session.windowManagerProcess());
-        stopped(u"compositor"_s, session.compositorProcess());
         stopped(u"session bus"_s, onSession(u"org.freedesktop.DBus"_s));
         stopped(u"accessibility bus"_s, accessibility.daemon());
         stopped(u"accessibility bus' launcher"_s, onSession(u"org.a11y.Bus"_s));
@@ -82,8 +80,6 @@ public:
         faults.push_back({u"sound server stopped"_s, [this] { sound.signal(SIGSTOP); },
                           [this] { sound.signal(SIGCONT); }});
         faults.push_back({u"sound server killed"_s, [this] { sound.kill(); }, [this] { sound.start(); }});
-        faults.push_back(
-            {u"compositor killed"_s, [&] { session.stopCompositor(); }, [&] { session.startCompositor(); }});
         faults.push_back({u"window manager killed"_s, [&] { session.stopWindowManager(); },
                           [&] { session.startWindowManager(test::WindowManager::openbox); }});
         faults.push_back({u"panel with the status item killed"_s, [this] { panel->signal(SIGKILL); },
