@@ -1,5 +1,4 @@
-// What surrounds the program changes or goes away while it runs: sounds, fonts, languages, screens, its own
-// settings.
+// What surrounds the program changes or goes away while it runs: sounds, fonts, languages, screens.
 
 #include "desktop/faults/FullFunction.h"
 
@@ -18,8 +17,6 @@ namespace {
 
 using Qt::StringLiterals::operator""_s;
 using namespace std::chrono_literals;
-
-const QString settingsFile = u"/orvantile/orvantile.ini"_s;
 
 /// An editor with the program beside it.
 void begin(Stage& stage) {
@@ -44,7 +41,7 @@ TEST(Surroundings, soundServerHangsIsKilledAndComesBack) {
     server.start();
     Stage stage;
     server.serve(stage.session());
-    stage.session().writeFile(u".config"_s + settingsFile,
+    stage.session().writeFile(u".config/orvantile/orvantile.ini"_s,
                               "[General]\ndisplaySeconds=0.3\nsoundEnabled=true\n");
     begin(stage);
     EXPECT_TRUE(isHeard(stage, server));
@@ -100,22 +97,6 @@ TEST(Surroundings, screenGoesFromUnderAHud) {
         stage.huds().takeAll();
         expectFullFunction(stage);
     }
-}
-
-TEST(Surroundings, settingsAreReplacedByRubbishByAFolderAndByNothing) {
-    Stage stage;
-    begin(stage);
-    const QString path = stage.session().configuration() + settingsFile;
-    stage.session().writeFile(u".config"_s + settingsFile, QByteArray(100'000, '\xff'));
-    expectFullFunction(stage);
-    ASSERT_TRUE(QFile::remove(path));
-    ASSERT_TRUE(QDir().mkpath(path));
-    expectFullFunction(stage);
-    ASSERT_TRUE(QDir(stage.session().configuration() + u"/orvantile"_s).removeRecursively());
-    expectFullFunction(stage);
-    stage.session().writeFile(u".config"_s + settingsFile,
-                              "[General]\ndisplaySeconds=0.3\nsoundEnabled=false\n");
-    expectFullFunction(stage);
 }
 
 } // namespace
