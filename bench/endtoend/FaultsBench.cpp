@@ -131,7 +131,11 @@ private:
     void fire(int shots, Result& result) {
         for (int shot = 0; shot < shots; ++shot) {
             const double taken = shoot(1s);
-            taken < 0 ? ++result.missed : (result.named.add(taken), 0);
+            if (taken < 0) {
+                ++result.missed;
+            } else {
+                result.named.add(taken);
+            }
         }
     }
 
